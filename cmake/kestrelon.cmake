@@ -1,0 +1,36 @@
+# What every target of the project shares.
+
+# kestrelon_glob(OUT PORTABLE|WINDOWS dir...): the sources below the folders. A file that needs Windows
+# is named *_win.cpp where its folder is otherwise portable.
+function(kestrelon_glob out half)
+  set(found)
+  foreach(dir ${ARGN})
+    file(GLOB_RECURSE files CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${dir}/*.cpp)
+    list(APPEND found ${files})
+  endforeach()
+  if(half STREQUAL "PORTABLE")
+    list(FILTER found EXCLUDE REGEX "_win\\.cpp$")
+  endif()
+  set(${out} ${found} PARENT_SCOPE)
+endfunction()
+
+# kestrelon_target(target): include root, warnings as errors, sanitizers, platform settings.
+function(kestrelon_target target)
+  target_include_directories(${target} PUBLIC ${CMAKE_SOURCE_DIR})
+  target_compile_options(${target} PRIVATE
+    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Wold-style-cast -Werror)
+  if(KESTRELON_SANITIZE)
+    target_compile_options(${target} PUBLIC
+      -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(${target} PUBLIC -fsanitize=address,undefined)
+  endif()
+  if(WIN32)
+    target_compile_definitions(${target} PUBLIC
+      UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN STRICT _WIN32_WINNT=0x0601 WINVER=0x0601)
+    # One floating point in both word sizes; SSE2 is the floor of the product.
+    target_compile_options(${target} PUBLIC -msse2 -mfpmath=sse)
+    # The platform's own headers use the old casts.
+    target_compile_options(${target} PRIVATE -Wno-old-style-cast)
+    target_link_options(${target} PUBLIC -static)
+  endif()
+endfunction()

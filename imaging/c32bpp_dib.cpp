@@ -1,0 +1,65 @@
+#include "imaging/c32bpp_dib.h"
+
+#include <cstdlib>
+#include <cstring>
+#include <new>
+#include <utility>
+
+namespace kestrelon {
+namespace {
+
+class HeapStore final : public PixelStore {
+ public:
+  explicit HeapStore(size_t bytes) : bits_(static_cast<uint8_t*>(std::calloc(bytes, 1))) {}
+  ~HeapStore() override { std::free(bits_); }
+  HeapStore(const HeapStore&) = delete;
+  HeapStore& operator=(const HeapStore&) = delete;
+  uint8_t* bits() override { return bits_; }
+  intptr_t handle() override { return reinterpret_cast<intptr_t>(bits_); }
+
+ private:
+  uint8_t* bits_;
+};
+
+std::unique_ptr<PixelStore> make_heap_store(int32_t width, int32_t height) {
+  auto store = std::make_unique<HeapStore>(static_cast<size_t>(width) * height * 4);
+  if (store->bits() == nullptr) return nullptr;
+  return store;
+}
+
+}  // namespace
+
+c32bppDIB::c32bppDIB() : c32bppDIB(make_heap_store) {}
+c32bppDIB::c32bppDIB(PixelStoreFactory factory) : factory_(std::move(factory)) {}
+c32bppDIB::~c32bppDIB() = default;
+
+bool c32bppDIB::InitializeDIB(int32_t width, int32_t height) {
+  DestroyDIB();
+  const int64_t rows = height < 0 ? -int64_t{height} : int64_t{height};
+  if (width < 1 || rows == 0 || width * rows > kMaxPixels) return false;
+  store_ = factory_(width, static_cast<int32_t>(rows));
+  if (!store_) return false;
+  bits_ = store_->bits();
+  width_ = width;
+  height_ = static_cast<int32_t>(rows);
+  image_type_ = ImageFormat::None;
+  alpha_ = AlphaType::Simple;
+  return true;
+}
+
+void c32bppDIB::DestroyDIB() {
+  store_.reset();
+  bits_ = nullptr;
+  width_ = height_ = 0;
+  image_type_ = ImageFormat::Error;
+  alpha_ = AlphaType::None;
+}
+
+void c32bppDIB::EraseDIB() {
+  if (!has_image()) return;
+  std::memset(bits_, 0, scanWidth() * static_cast<size_t>(height_));
+  image_type_ = ImageFormat::None;
+  alpha_ = AlphaType::Simple;
+}
+
+}  // namespace kestrelon
