@@ -1,0 +1,5 @@
+// What widl's output includes in place of automation.idl.
+#pragma once
+
+#include <oaidl.h>
+#include <ocidl.h>
