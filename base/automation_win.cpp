@@ -1,0 +1,201 @@
+#include "base/automation_win.h"
+
+namespace kestrelon {
+namespace {
+
+// A script passes a variable as a reference to a VARIANT, and the type library's Invoke refuses it where a
+// method declares a typed reference. This call frame gives such an argument a variable of the declared type
+// for the time of the call, and carries the result back into the script's own.
+class TypedReferences {
+ public:
+  TypedReferences(ITypeInfo& info, DISPID member, WORD flags, DISPPARAMS& parameters)
+      : original_(parameters), changed_(parameters) {
+    if (!has_variant_references()) return;
+    const auto info2 = query<ITypeInfo2>(&info);
+    UINT index = 0;
+    FUNCDESC* function = nullptr;
+    if (!info2 ||
+        FAILED(info2->GetFuncIndexOfMemId(member, static_cast<INVOKEKIND>(flags & 0xF), &index)) ||
+        FAILED(info.GetFuncDesc(index, &function))) {
+      return;
+    }
+    arguments_.assign(original_.rgvarg, original_.rgvarg + original_.cArgs);
+    locals_.resize(original_.cArgs);
+    for (UINT i = 0; i < original_.cArgs; ++i) {
+      const UINT position = original_.cArgs - 1 - i;  // in declaration order
+      if (original_.cNamedArgs != 0 || position >= static_cast<UINT>(function->cParams)) continue;
+      retype(function->lprgelemdescParam[position].tdesc, i);
+    }
+    info.ReleaseFuncDesc(function);
+    changed_.rgvarg = arguments_.data();
+  }
+
+  DISPPARAMS* parameters() { return &changed_; }
+
+  void carry_back() {
+    for (size_t i = 0; i < locals_.size(); ++i) {
+      if (V_VT(&locals_[i]) != VT_EMPTY)
+        VariantCopy(V_VARIANTREF(&original_.rgvarg[i]), &locals_[i]);
+    }
+  }
+
+ private:
+  bool has_variant_references() const {
+    for (UINT i = 0; i < original_.cArgs; ++i)
+      if (V_VT(&original_.rgvarg[i]) == (VT_VARIANT | VT_BYREF)) return true;
+    return false;
+  }
+
+  void retype(const TYPEDESC& declared, UINT i) {
+    if (V_VT(&original_.rgvarg[i]) != (VT_VARIANT | VT_BYREF) || declared.vt != VT_PTR) return;
+    const VARTYPE wanted = declared.lptdesc->vt;
+    if (wanted == VT_VARIANT || wanted == VT_USERDEFINED || wanted == VT_PTR) return;
+    const VARTYPE type = wanted == VT_SAFEARRAY ? V_VT(V_VARIANTREF(&original_.rgvarg[i])) : wanted;
+    if (FAILED(VariantChangeType(&locals_[i], V_VARIANTREF(&original_.rgvarg[i]), 0, type)) ||
+        V_VT(&locals_[i]) == VT_EMPTY) {
+      return;
+    }
+    V_VT(&arguments_[i]) = static_cast<VARTYPE>(type | VT_BYREF);
+    V_BYREF(&arguments_[i]) = &V_I8(&locals_[i]);
+  }
+
+  DISPPARAMS& original_;
+  DISPPARAMS changed_;
+  std::vector<VARIANT> arguments_;  // borrowed copies
+  std::vector<Variant> locals_;
+};
+
+}  // namespace
+
+STDMETHODIMP AutomationObject::OwnUnknown::QueryInterface(REFIID iid, void** out) {
+  if (out == nullptr) return E_POINTER;
+  *out = iid == IID_IUnknown ? static_cast<IUnknown*>(this) : object_.find_interface(iid);
+  if (*out == nullptr) return E_NOINTERFACE;
+  static_cast<IUnknown*>(*out)->AddRef();
+  return S_OK;
+}
+
+STDMETHODIMP_(ULONG) AutomationObject::OwnUnknown::Release() {
+  const ULONG left = --references_;
+  if (left != 0 || finished_) return left;
+  // Final work may hand out and release references once more; it must not start over.
+  finished_ = true;
+  references_ = 1;
+  object_.outer_ = this;
+  object_.on_final_release();
+  delete &object_;
+  return 0;
+}
+
+void* AutomationObject::find_interface(REFIID iid) {
+  if (iid == IID_IDispatch || iid == class_info().interface_id) return dispatch();
+  if (iid == IID_ISupportErrorInfo) return static_cast<ISupportErrorInfo*>(this);
+  if (iid == IID_IProvideClassInfo || iid == IID_IProvideClassInfo2)
+    return static_cast<IProvideClassInfo2*>(this);
+  if (iid == IID_IConnectionPointContainer && !connection_points().empty())
+    return static_cast<IConnectionPointContainer*>(this);
+  return nullptr;
+}
+
+std::vector<ConnectionPoint*> AutomationObject::connection_points() {
+  if (class_info().events_id == nullptr) return {};
+  return {&events()};
+}
+
+ConnectionPoint& AutomationObject::events() {
+  if (!events_) events_ = std::make_unique<ConnectionPoint>(*this, *class_info().events_id);
+  return *events_;
+}
+
+void AutomationObject::raise(DISPID event, std::initializer_list<VARIANT> arguments) {
+  if (!events_ || events_->empty()) return;
+  const Hold hold(*this);
+  events_->fire(event, arguments);
+}
+
+STDMETHODIMP AutomationObject::InterfaceSupportsErrorInfo(REFIID iid) {
+  return iid == class_info().interface_id || iid == IID_IDispatch ? S_OK : S_FALSE;
+}
+
+STDMETHODIMP AutomationObject::GetClassInfo(ITypeInfo** out) {
+  if (out == nullptr) return E_POINTER;
+  *out = nullptr;
+  const auto info = type_info(class_info().clsid);
+  return info ? info.copy_to(out) : TYPE_E_ELEMENTNOTFOUND;
+}
+
+STDMETHODIMP AutomationObject::GetGUID(DWORD kind, GUID* out) {
+  if (out == nullptr) return E_POINTER;
+  if (kind != GUIDKIND_DEFAULT_SOURCE_DISP_IID || class_info().events_id == nullptr) {
+    *out = GUID_NULL;
+    return E_INVALIDARG;
+  }
+  *out = *class_info().events_id;
+  return S_OK;
+}
+
+STDMETHODIMP AutomationObject::EnumConnectionPoints(IEnumConnectionPoints** out) {
+  if (out == nullptr) return E_POINTER;
+  *out = nullptr;
+  return guarded(IID_IConnectionPointContainer, [&] {
+    std::vector<IConnectionPoint*> items;
+    for (ConnectionPoint* point : connection_points()) {
+      point->AddRef();
+      items.push_back(point);
+    }
+    *out = make_enumerator<IEnumConnectionPoints>(
+        std::move(items),
+        [](IConnectionPoint* const& from, IConnectionPoint*& to) {
+          to = from;
+          to->AddRef();
+        },
+        [](IConnectionPoint*& item) { item->Release(); });
+  });
+}
+
+STDMETHODIMP AutomationObject::FindConnectionPoint(REFIID iid, IConnectionPoint** out) {
+  if (out == nullptr) return E_POINTER;
+  *out = nullptr;
+  for (ConnectionPoint* point : connection_points()) {
+    if (point->iid() != iid) continue;
+    point->AddRef();
+    *out = point;
+    return S_OK;
+  }
+  return CONNECT_E_NOCONNECTION;
+}
+
+HRESULT AutomationObject::get_type_info(UINT index, ITypeInfo** out) {
+  if (out == nullptr) return E_POINTER;
+  *out = nullptr;
+  if (index != 0) return DISP_E_BADINDEX;
+  const auto info = type_info(class_info().interface_id);
+  return info ? info.copy_to(out) : TYPE_E_ELEMENTNOTFOUND;
+}
+
+HRESULT AutomationObject::ids_of_names(REFIID iid, LPOLESTR* names, UINT count, DISPID* ids) {
+  if (iid != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
+  if (names == nullptr || ids == nullptr) return E_POINTER;
+  const auto info = type_info(class_info().interface_id);
+  return info ? info->GetIDsOfNames(names, count, ids) : DISP_E_UNKNOWNNAME;
+}
+
+HRESULT AutomationObject::invoke(void* interface_pointer, DISPID member, REFIID iid, LCID,
+                                 WORD flags, DISPPARAMS* parameters, VARIANT* result,
+                                 EXCEPINFO* exception, UINT* bad_argument) {
+  if (iid != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
+  if (parameters == nullptr) return E_POINTER;
+  const Hold hold(*this);
+  const auto info = type_info(class_info().interface_id);
+  if (!info) return DISP_E_MEMBERNOTFOUND;
+  return guarded(class_info().interface_id, [&]() -> HRESULT {
+    SetErrorInfo(0, nullptr);
+    TypedReferences frame(*info.get(), member, flags, *parameters);
+    const HRESULT hr = info->Invoke(interface_pointer, member, flags, frame.parameters(), result,
+                                    exception, bad_argument);
+    if (SUCCEEDED(hr)) frame.carry_back();
+    return hr;
+  });
+}
+
+}  // namespace kestrelon

@@ -1,0 +1,146 @@
+// Identity, life and the services that controls call.
+#include "frame/control_frame.h"
+
+#include "frame/about.h"
+#include "frame/himetric.h"
+
+namespace kestrelon {
+
+ControlFrame::ControlFrame(const ControlTraits& traits)
+    : traits_(traits), notify_point_(*this, IID_IPropertyNotifySink) {
+  if (traits.acts_like_button) traits_.misc_status |= OLEMISC_ACTSLIKEBUTTON;
+  width_ = static_cast<int>(traits.initial_pixels.cx);
+  height_ = static_cast<int>(traits.initial_pixels.cy);
+  extent_ = to_himetric(width_, height_);
+}
+
+ControlFrame::~ControlFrame() {
+  if (own_cursor_ != nullptr) DestroyCursor(own_cursor_);
+}
+
+void ControlFrame::on_final_release() {
+  if (in_place_active_) InPlaceDeactivate();
+  if (!terminated_) {
+    terminated_ = true;
+    terminate();
+  }
+  SetClientSite(nullptr);
+}
+
+void* ControlFrame::find_interface(REFIID iid) {
+  if (iid == IID_IOleObject) return static_cast<IOleObject*>(this);
+  if (iid == IID_IOleWindow || iid == IID_IOleInPlaceObject)
+    return static_cast<IOleInPlaceObject*>(this);
+  if (iid == IID_IOleInPlaceObjectWindowless && traits_.windowless)
+    return static_cast<IOleInPlaceObjectWindowless*>(this);
+  if (iid == IID_IOleInPlaceActiveObject) return static_cast<IOleInPlaceActiveObject*>(this);
+  if (iid == IID_IOleControl) return static_cast<IOleControl*>(this);
+  if (iid == IID_IViewObject || iid == IID_IViewObject2 || iid == IID_IViewObjectEx)
+    return static_cast<IViewObjectEx*>(this);
+  if (iid == IID_IPersist || iid == IID_IPersistStreamInit)
+    return static_cast<IPersistStreamInit*>(this);
+  if (iid == IID_IPersistStorage) return static_cast<IPersistStorage*>(this);
+  if (iid == IID_IPersistPropertyBag) return static_cast<IPersistPropertyBag*>(this);
+  if (iid == IID_ISpecifyPropertyPages) return static_cast<ISpecifyPropertyPages*>(this);
+  if (iid == IID_IPerPropertyBrowsing) return static_cast<IPerPropertyBrowsing*>(this);
+  if (iid == IID_IQuickActivate) return static_cast<IQuickActivate*>(this);
+  return AutomationObject::find_interface(iid);
+}
+
+std::vector<ConnectionPoint*> ControlFrame::connection_points() {
+  auto points = AutomationObject::connection_points();
+  points.push_back(&notify_point_);
+  return points;
+}
+
+void ControlFrame::raise(DISPID event, std::initializer_list<VARIANT> arguments) {
+  if (freeze_count_ > 0) return;
+  AutomationObject::raise(event, arguments);
+}
+
+void ControlFrame::about() { show_about_window(window_); }
+
+void ControlFrame::property_changed(const wchar_t* name) {
+  if (loading_) return;
+  dirty_ = true;
+  ambient_missing_ = false;  // the host has begun to set properties: they stay
+  if (notify_point_.empty()) return;
+  DISPID id = DISPID_UNKNOWN;
+  auto* text = const_cast<wchar_t*>(name);
+  if (FAILED(ids_of_names(IID_NULL, &text, 1, &id))) return;
+  const Hold hold(*this);
+  for (const auto& sink : notify_point_.sinks<IPropertyNotifySink>()) sink->OnChanged(id);
+}
+
+void ControlFrame::invalidate() {
+  if (view_sink_ && !in_place_active_) {
+    const Hold hold(*this);
+    view_sink_->OnViewChange(DVASPECT_CONTENT, -1);
+    if ((view_flags_ & ADVF_ONLYONCE) != 0) view_sink_.reset();
+  }
+  if (window_ != nullptr) {
+    InvalidateRect(window_, nullptr, FALSE);
+  } else if (windowless_site_) {
+    windowless_site_->InvalidateRect(nullptr, FALSE);
+  }
+}
+
+void ControlFrame::update_now() {
+  if (window_ != nullptr) UpdateWindow(window_);
+}
+
+void ControlFrame::send_tab(bool backwards) {
+  INPUT keys[4]{};
+  UINT count = 0;
+  const auto key = [&](WORD code, DWORD flags) {
+    keys[count].type = INPUT_KEYBOARD;
+    keys[count].ki.wVk = code;
+    keys[count].ki.wScan = static_cast<WORD>(MapVirtualKeyW(code, 0));
+    keys[count++].ki.dwFlags = flags;
+  };
+  if (backwards) key(VK_SHIFT, 0);
+  key(VK_TAB, 0);
+  key(VK_TAB, KEYEVENTF_KEYUP);
+  if (backwards) key(VK_SHIFT, KEYEVENTF_KEYUP);
+  SendInput(count, keys, sizeof(INPUT));
+}
+
+void ControlFrame::set_access_keys(std::wstring keys) {
+  if (keys == access_keys_) return;
+  access_keys_ = std::move(keys);
+  const ComPtr<IOleControlSite> site = control_site_;
+  if (site) site->OnControlInfoChanged();
+}
+
+bool ControlFrame::has_capture() const {
+  if (windowless_site_) return windowless_site_->GetCapture() == S_OK;
+  return window_ != nullptr && ::GetCapture() == window_;
+}
+
+void ControlFrame::capture_mouse() {
+  if (windowless_site_) {
+    windowless_site_->SetCapture(TRUE);
+  } else if (window_ != nullptr) {
+    ::SetCapture(window_);
+  }
+}
+
+void ControlFrame::release_mouse() {
+  if (windowless_site_) {
+    windowless_site_->SetCapture(FALSE);
+  } else if (has_capture()) {
+    ::ReleaseCapture();
+  }
+}
+
+bool ControlFrame::pointer_over_window() const {
+  POINT point{};
+  return window_ != nullptr && GetCursorPos(&point) && WindowFromPoint(point) == window_;
+}
+
+void ControlFrame::apply_enabled() {
+  const Property<bool>* const enabled = enabled_property();
+  if (enabled != nullptr && window_ != nullptr) EnableWindow(window_, enabled->get());
+}
+
+}  // namespace kestrelon

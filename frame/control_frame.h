@@ -1,0 +1,295 @@
+// The control frame: everything that makes an object an OLE control, written once for all of them.
+//
+// A control derives from its generated glue over ControlFrame (or over SimpleControl, which adds the
+// behaviour of the small controls) and overrides the container events it needs, from initialise to
+// terminate. All code runs on the thread of the container's windows.
+#pragma once
+
+#include <docobj.h>
+#include <ocidl.h>
+#include <olectl.h>
+
+#include "base/automation_win.h"
+#include <span>
+
+#include "base/property_stream.h"
+#include "frame/ambient.h"
+#include "frame/property_objects.h"
+#include "frame/surface.h"
+
+namespace kestrelon {
+
+/// How a class of controls presents itself to containers.
+struct ControlTraits {
+  DWORD misc_status = OLEMISC_RECOMPOSEONRESIZE | OLEMISC_CANTLINKINSIDE | OLEMISC_INSIDEOUT |
+                      OLEMISC_ACTIVATEWHENVISIBLE | OLEMISC_SETCLIENTSITEFIRST;
+  bool windowless = false;      ///< prefers to live without a window of its own
+  bool acts_like_button = false;
+  SIZE initial_pixels{120, 30};  ///< size until the container gives one
+};
+
+class ControlFrame : public AutomationObject,
+                     public PropertyOwner,
+                     public IOleObject,
+                     public IOleInPlaceObjectWindowless,
+                     public IOleInPlaceActiveObject,
+                     public IOleControl,
+                     public IViewObjectEx,
+                     public IPersistStreamInit,
+                     public IPersistStorage,
+                     public IPersistPropertyBag,
+                     public ISpecifyPropertyPages,
+                     public IPerPropertyBrowsing,
+                     public IQuickActivate {
+ public:
+  explicit ControlFrame(const ControlTraits& traits);
+
+  // Members every control has; the glue finds them by name.
+  void about();
+  OLE_HANDLE h_wnd() const { return static_cast<OLE_HANDLE>(reinterpret_cast<LONG_PTR>(window_)); }
+
+  // IOleObject
+  STDMETHODIMP SetClientSite(IOleClientSite* site) override;
+  STDMETHODIMP GetClientSite(IOleClientSite** out) override;
+  STDMETHODIMP SetHostNames(LPCOLESTR, LPCOLESTR) override { return S_OK; }
+  STDMETHODIMP Close(DWORD save) override;
+  STDMETHODIMP SetMoniker(DWORD, IMoniker*) override { return E_NOTIMPL; }
+  STDMETHODIMP GetMoniker(DWORD, DWORD, IMoniker**) override { return E_NOTIMPL; }
+  STDMETHODIMP InitFromData(IDataObject*, BOOL, DWORD) override { return E_NOTIMPL; }
+  STDMETHODIMP GetClipboardData(DWORD, IDataObject**) override { return E_NOTIMPL; }
+  STDMETHODIMP DoVerb(LONG verb, MSG* message, IOleClientSite* site, LONG index, HWND parent,
+                      LPCRECT place) override;
+  STDMETHODIMP EnumVerbs(IEnumOLEVERB** out) override;
+  STDMETHODIMP Update() override { return S_OK; }
+  STDMETHODIMP IsUpToDate() override { return S_OK; }
+  STDMETHODIMP GetUserClassID(CLSID* out) override { return GetClassID(out); }
+  STDMETHODIMP GetUserType(DWORD form, LPOLESTR* out) override;
+  STDMETHODIMP SetExtent(DWORD aspect, SIZEL* size) override;
+  STDMETHODIMP GetExtent(DWORD aspect, SIZEL* size) override;
+  STDMETHODIMP Advise(IAdviseSink* sink, DWORD* cookie) override;
+  STDMETHODIMP Unadvise(DWORD cookie) override;
+  STDMETHODIMP EnumAdvise(IEnumSTATDATA** out) override;
+  STDMETHODIMP GetMiscStatus(DWORD aspect, DWORD* status) override;
+  STDMETHODIMP SetColorScheme(LOGPALETTE*) override { return S_OK; }
+  // IOleWindow
+  STDMETHODIMP GetWindow(HWND* out) override;
+  STDMETHODIMP ContextSensitiveHelp(BOOL) override { return S_OK; }
+  // IOleInPlaceObjectWindowless
+  STDMETHODIMP InPlaceDeactivate() override;
+  STDMETHODIMP UIDeactivate() override;
+  STDMETHODIMP SetObjectRects(LPCRECT place, LPCRECT clip) override;
+  STDMETHODIMP ReactivateAndUndo() override { return INPLACE_E_NOTUNDOABLE; }
+  STDMETHODIMP OnWindowMessage(UINT message, WPARAM wparam, LPARAM lparam, LRESULT* out) override;
+  STDMETHODIMP GetDropTarget(IDropTarget**) override { return E_NOTIMPL; }
+  // IOleInPlaceActiveObject
+  STDMETHODIMP TranslateAccelerator(MSG* message) override;
+  STDMETHODIMP OnFrameWindowActivate(BOOL) override { return S_OK; }
+  STDMETHODIMP OnDocWindowActivate(BOOL) override { return S_OK; }
+  STDMETHODIMP ResizeBorder(LPCRECT, IOleInPlaceUIWindow*, BOOL) override { return S_OK; }
+  STDMETHODIMP EnableModeless(BOOL) override { return S_OK; }
+  // IOleControl
+  STDMETHODIMP GetControlInfo(CONTROLINFO* info) override;
+  STDMETHODIMP OnMnemonic(MSG* message) override;
+  STDMETHODIMP OnAmbientPropertyChange(DISPID id) override;
+  STDMETHODIMP FreezeEvents(BOOL freeze) override;
+  // IViewObjectEx
+  STDMETHODIMP Draw(DWORD aspect, LONG index, void* aspect_info, DVTARGETDEVICE* device,
+                    HDC target_dc, HDC dc, LPCRECTL bounds, LPCRECTL window_bounds,
+                    BOOL(STDMETHODCALLTYPE* proceed)(ULONG_PTR), ULONG_PTR argument) override;
+  STDMETHODIMP GetColorSet(DWORD, LONG, void*, DVTARGETDEVICE*, HDC, LOGPALETTE**) override {
+    return E_NOTIMPL;
+  }
+  STDMETHODIMP Freeze(DWORD, LONG, void*, DWORD*) override { return E_NOTIMPL; }
+  STDMETHODIMP Unfreeze(DWORD) override { return E_NOTIMPL; }
+  STDMETHODIMP SetAdvise(DWORD aspects, DWORD flags, IAdviseSink* sink) override;
+  STDMETHODIMP GetAdvise(DWORD* aspects, DWORD* flags, IAdviseSink** sink) override;
+  STDMETHODIMP GetExtent(DWORD aspect, LONG index, DVTARGETDEVICE* device, SIZEL* size) override;
+  STDMETHODIMP GetRect(DWORD aspect, RECTL* out) override;
+  STDMETHODIMP GetViewStatus(DWORD* status) override;
+  STDMETHODIMP QueryHitPoint(DWORD aspect, LPCRECT bounds, POINT point, LONG close_by,
+                             DWORD* out) override;
+  STDMETHODIMP QueryHitRect(DWORD aspect, LPCRECT bounds, LPCRECT area, LONG close_by,
+                            DWORD* out) override;
+  STDMETHODIMP GetNaturalExtent(DWORD, LONG, DVTARGETDEVICE*, HDC, DVEXTENTINFO*,
+                                SIZEL*) override {
+    return E_NOTIMPL;
+  }
+  // IPersist..., see control_persist.cpp
+  STDMETHODIMP GetClassID(CLSID* out) override;
+  STDMETHODIMP IsDirty() override { return dirty_ ? S_OK : S_FALSE; }
+  STDMETHODIMP InitNew() override;
+  STDMETHODIMP Load(IStream* stream) override;
+  STDMETHODIMP Save(IStream* stream, BOOL clear_dirty) override;
+  STDMETHODIMP GetSizeMax(ULARGE_INTEGER* out) override;
+  STDMETHODIMP InitNew(IStorage* storage) override;
+  STDMETHODIMP Load(IStorage* storage) override;
+  STDMETHODIMP Save(IStorage* storage, BOOL same_as_load) override;
+  STDMETHODIMP SaveCompleted(IStorage*) override { return S_OK; }
+  STDMETHODIMP HandsOffStorage() override { return S_OK; }
+  STDMETHODIMP Load(IPropertyBag* bag, IErrorLog* log) override;
+  STDMETHODIMP Save(IPropertyBag* bag, BOOL clear_dirty, BOOL save_all) override;
+  // ISpecifyPropertyPages, IPerPropertyBrowsing
+  STDMETHODIMP GetPages(CAUUID* pages) override;
+  STDMETHODIMP GetDisplayString(DISPID, BSTR*) override { return S_FALSE; }
+  STDMETHODIMP MapPropertyToPage(DISPID id, CLSID* page) override;
+  STDMETHODIMP GetPredefinedStrings(DISPID, CALPOLESTR*, CADWORD*) override { return E_NOTIMPL; }
+  STDMETHODIMP GetPredefinedValue(DISPID, DWORD, VARIANT*) override { return E_NOTIMPL; }
+  // IQuickActivate
+  STDMETHODIMP QuickActivate(QACONTAINER* container, QACONTROL* control) override;
+  STDMETHODIMP SetContentExtent(LPSIZEL size) override {
+    return SetExtent(DVASPECT_CONTENT, size);
+  }
+  STDMETHODIMP GetContentExtent(LPSIZEL size) override {
+    return GetExtent(DVASPECT_CONTENT, size);
+  }
+
+  // PropertyOwner
+  void property_changed(const wchar_t* name) override;
+
+ protected:
+  ~ControlFrame() override;
+
+  // The life of a control, in this order; InitProperties and ReadProperties never both.
+  virtual void init_properties() {}
+  virtual void properties_read() {}
+  virtual void resized() {}
+  virtual void shown() {}
+  virtual void hidden() {}
+  virtual void ambient_changed(DISPID) {}
+  /// The window has been made, or its parent changed; before the first message that matters.
+  virtual void window_created() {}
+  virtual void terminate() {}
+
+  // Input. Coordinates are pixels of the control.
+  virtual void mouse_down(short /*button*/, short /*shift*/, float /*x*/, float /*y*/) {}
+  virtual void mouse_move(short /*button*/, short /*shift*/, float /*x*/, float /*y*/) {}
+  virtual void mouse_up(short /*button*/, short /*shift*/, float /*x*/, float /*y*/) {}
+  virtual void click() {}
+  virtual void double_click() {}
+  virtual void key_down(short /*key*/, short /*shift*/) {}
+  virtual void key_press(short /*character*/) {}
+  virtual void key_up(short /*key*/, short /*shift*/) {}
+  virtual void got_focus() {}
+  virtual void lost_focus() {}
+  virtual void access_key_press(short /*key*/) {}
+  /// The callback of message interception: runs after the window procedure for WM_MOUSELEAVE and the
+  /// messages a control adds.
+  virtual void window_message_after(UINT /*message*/, WPARAM, LPARAM) {}
+  /// First look at a message, before the frame acts on it; true when `result` is the answer.
+  virtual bool window_message_before(UINT, WPARAM, LPARAM, LRESULT& /*result*/) { return false; }
+
+  // Common events, implemented by the glue where the class declares them.
+  virtual void raise_click() {}
+  virtual void raise_dbl_click() {}
+  virtual void raise_mouse_enter() {}
+  virtual void raise_mouse_exit() {}
+  virtual void raise_mouse_down(short&, short&, float&, float&) {}
+  virtual void raise_mouse_move(short&, short&, float&, float&) {}
+  virtual void raise_mouse_up(short&, short&, float&, float&) {}
+  virtual void raise_key_down(short&, short&) {}
+  virtual void raise_key_press(short&) {}
+  virtual void raise_key_up(short&, short&) {}
+
+  /// The colour whose pixels let through what lies behind, or CLR_INVALID for an opaque control.
+  virtual COLORREF mask_colour() const { return CLR_INVALID; }
+  /// The stock properties the frame needs to know; null where a control has none.
+  virtual const Property<bool>* enabled_property() const { return nullptr; }
+  /// Pointer over the control: an OLE pointer number and the custom picture.
+  virtual long mouse_pointer() const { return 0; }
+  virtual const PictureProperty* mouse_icon() const { return nullptr; }
+
+  // What controls use.
+  Ambient& ambient() { return ambient_; }
+  Surface& surface() { return surface_; }
+  HWND window() const { return window_; }
+  bool windowless() const { return windowless_; }
+  int width() const { return width_; }
+  int height() const { return height_; }
+  bool user_mode() const { return user_mode_; }
+  bool properties_were_read() const { return was_read_; }
+  /// Shows what has been drawn: at the next paint, or at once.
+  void invalidate();
+  void update_now();
+  /// Keys that move the focus in the container, as the user would press them.
+  void send_tab(bool backwards);
+  void set_access_keys(std::wstring keys);
+  bool has_capture() const;
+  void capture_mouse();
+  void release_mouse();
+  /// True when the pointer is over this very window (children and windows above do not count).
+  bool pointer_over_window() const;
+  void apply_enabled();
+  void apply_mouse_pointer();
+
+  void* find_interface(REFIID iid) override;
+  void on_final_release() override;
+  std::vector<ConnectionPoint*> connection_points() override;
+  void raise(DISPID event, std::initializer_list<VARIANT> arguments) override;
+
+ private:
+  // control_inplace.cpp
+  HRESULT activate(LONG verb, MSG* message);
+  HRESULT activate_in_place();
+  HRESULT activate_ui();
+  bool create_window(HWND parent, const RECT& place);
+  void set_size(int width, int height);
+  // control_window.cpp
+  static LRESULT CALLBACK window_procedure(HWND window, UINT message, WPARAM wparam,
+                                           LPARAM lparam);
+  LRESULT dispatch_message(UINT message, WPARAM wparam, LPARAM lparam);
+  bool handle_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result);
+  bool handle_mouse(UINT message, WPARAM wparam, LPARAM lparam);
+  bool handle_key(UINT message, WPARAM wparam);
+  void handle_focus(bool gained);
+  bool set_cursor();
+  void paint_window();
+  void grab_focus();
+  // control_view.cpp
+  void draw_to(HDC dc, const RECT& bounds);
+  void update_window_shape();
+  // control_persist.cpp
+  void run_init_properties();
+  void read_properties(IPropertyBag& bag, IErrorLog* log);
+  HRESULT load_payload(std::span<const uint8_t> payload);
+  std::vector<PropertyRecord> records() const;
+
+  ControlTraits traits_;
+  ConnectionPoint notify_point_;
+  Ambient ambient_;
+  ComPtr<IOleClientSite> site_;
+  ComPtr<IOleControlSite> control_site_;
+  ComPtr<IOleInPlaceSite> in_place_site_;
+  ComPtr<IOleInPlaceSiteWindowless> windowless_site_;
+  ComPtr<IOleInPlaceFrame> in_place_frame_;
+  ComPtr<IOleInPlaceUIWindow> in_place_document_;
+  ComPtr<IOleAdviseHolder> advise_holder_;
+  ComPtr<IAdviseSink> view_sink_;
+  DWORD view_aspects_ = 0;
+  DWORD view_flags_ = 0;
+
+  Surface surface_;
+  HWND window_ = nullptr;
+  RECT place_{};  // in the container's client coordinates
+  SIZEL extent_{};  // himetric
+  int width_ = 0;
+  int height_ = 0;
+  std::wstring access_keys_;
+  HCURSOR own_cursor_ = nullptr;
+  int freeze_count_ = 0;
+  short buttons_down_ = 0;
+
+  bool dirty_ = false;
+  bool user_mode_ = false;
+  bool was_read_ = false;
+  bool was_initialised_ = false;
+  bool ambient_missing_ = false;  // InitProperties ran before there was a site to ask
+  bool loading_ = false;
+  bool in_place_active_ = false;
+  bool ui_active_ = false;
+  bool windowless_ = false;
+  bool visible_ = false;
+  bool click_pending_ = false;
+  bool terminated_ = false;
+};
+
+}  // namespace kestrelon

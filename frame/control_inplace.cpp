@@ -1,0 +1,219 @@
+// In-place activation, with a window of the control's own or within the container's.
+#include "frame/about.h"
+#include "frame/control_frame.h"
+#include "frame/himetric.h"
+
+namespace kestrelon {
+
+STDMETHODIMP ControlFrame::DoVerb(LONG verb, MSG* message, IOleClientSite*, LONG, HWND,
+                                  LPCRECT place) {
+  return call([&]() -> HRESULT {
+    switch (verb) {
+      case OLEIVERB_PRIMARY:
+      case OLEIVERB_SHOW:
+      case OLEIVERB_INPLACEACTIVATE:
+      case OLEIVERB_UIACTIVATE:
+        if (place != nullptr && !in_place_active_) place_ = *place;
+        return activate(verb, message);
+      case OLEIVERB_HIDE:
+        UIDeactivate();
+        if (window_ != nullptr) ShowWindow(window_, SW_HIDE);
+        return S_OK;
+      case OLEIVERB_DISCARDUNDOSTATE:
+        return S_OK;
+      case kAboutVerb:
+        about();
+        return S_OK;
+      default:
+        return verb > 0 ? OLEOBJ_S_INVALIDVERB : E_NOTIMPL;
+    }
+  });
+}
+
+HRESULT ControlFrame::activate(LONG verb, MSG* message) {
+  if (!site_) return E_UNEXPECTED;
+  const HRESULT hr = activate_in_place();
+  if (FAILED(hr)) return hr;
+  if (window_ != nullptr && !IsWindowVisible(window_)) ShowWindow(window_, SW_SHOWNA);
+  if (verb == OLEIVERB_UIACTIVATE || (verb == OLEIVERB_PRIMARY && ambient_.user_mode())) {
+    const HRESULT ui = activate_ui();
+    if (FAILED(ui)) return ui;
+    if (message != nullptr && window_ != nullptr && message->message >= WM_MOUSEFIRST &&
+        message->message <= WM_MOUSELAST) {
+      PostMessageW(window_, message->message, message->wParam, message->lParam);
+    }
+  }
+  return S_OK;
+}
+
+HRESULT ControlFrame::activate_in_place() {
+  if (in_place_active_) return S_OK;
+  const ComPtr<IOleClientSite> site = site_;
+  in_place_site_ = site.as<IOleInPlaceSite>();
+  if (!in_place_site_) return E_FAIL;
+  if (traits_.windowless) {
+    windowless_site_ = site.as<IOleInPlaceSiteWindowless>();
+    if (windowless_site_ && windowless_site_->CanWindowlessActivate() != S_OK)
+      windowless_site_.reset();
+  }
+  windowless_ = static_cast<bool>(windowless_site_);
+  if (in_place_site_->CanInPlaceActivate() != S_OK) return E_FAIL;
+  if (windowless_) {
+    BOOL redraw = FALSE;
+    windowless_site_->OnInPlaceActivateEx(&redraw, ACTIVATE_WINDOWLESS);
+  } else {
+    in_place_site_->OnInPlaceActivate();
+  }
+  in_place_active_ = true;
+
+  HWND parent = nullptr;
+  RECT place = place_, clip = place_;
+  OLEINPLACEFRAMEINFO frame_info{};
+  frame_info.cb = sizeof frame_info;
+  in_place_site_->GetWindow(&parent);
+  in_place_site_->GetWindowContext(in_place_frame_.put(), in_place_document_.put(), &place, &clip,
+                                   &frame_info);
+  if (!windowless_ && !create_window(parent, place)) {
+    in_place_active_ = false;
+    in_place_site_->OnInPlaceDeactivate();
+    in_place_site_.reset();
+    return E_FAIL;
+  }
+  SetObjectRects(&place, &clip);
+  if (windowless_) {
+    visible_ = true;
+    shown();
+  }
+  return S_OK;
+}
+
+HRESULT ControlFrame::activate_ui() {
+  if (ui_active_) return S_OK;
+  ui_active_ = true;
+  const ComPtr<IOleInPlaceSite> site = in_place_site_;
+  site->OnUIActivate();
+  if (!ui_active_ || !in_place_active_) return S_OK;  // the container changed its mind
+  auto* const active = static_cast<IOleInPlaceActiveObject*>(this);
+  if (in_place_frame_) {
+    in_place_frame_->SetActiveObject(active, nullptr);
+    in_place_frame_->SetBorderSpace(nullptr);
+  }
+  if (in_place_document_) {
+    in_place_document_->SetActiveObject(active, nullptr);
+    in_place_document_->SetBorderSpace(nullptr);
+  }
+  if (windowless_) {
+    windowless_site_->SetFocus(TRUE);
+  } else if (window_ != nullptr && ::GetFocus() != window_ && !IsChild(window_, ::GetFocus())) {
+    ::SetFocus(window_);
+  }
+  return S_OK;
+}
+
+STDMETHODIMP ControlFrame::UIDeactivate() {
+  if (!ui_active_) return S_OK;
+  ui_active_ = false;
+  return call([&] {
+    if (in_place_document_) in_place_document_->SetActiveObject(nullptr, nullptr);
+    if (in_place_frame_) in_place_frame_->SetActiveObject(nullptr, nullptr);
+    const ComPtr<IOleInPlaceSite> site = in_place_site_;
+    if (site) site->OnUIDeactivate(FALSE);
+  });
+}
+
+STDMETHODIMP ControlFrame::InPlaceDeactivate() {
+  if (!in_place_active_) return S_OK;
+  return call([&] {
+    UIDeactivate();
+    if (!in_place_active_) return;
+    in_place_active_ = false;
+    if (window_ != nullptr) {
+      DestroyWindow(window_);  // WM_NCDESTROY clears window_
+    } else if (visible_) {
+      visible_ = false;
+      hidden();
+    }
+    in_place_frame_.reset();
+    in_place_document_.reset();
+    windowless_site_.reset();
+    const ComPtr<IOleInPlaceSite> site = std::move(in_place_site_);
+    in_place_site_ = nullptr;
+    if (site) site->OnInPlaceDeactivate();
+  });
+}
+
+STDMETHODIMP ControlFrame::GetWindow(HWND* out) {
+  if (out == nullptr) return E_POINTER;
+  *out = window_;
+  return window_ != nullptr ? S_OK : E_FAIL;
+}
+
+STDMETHODIMP ControlFrame::SetObjectRects(LPCRECT place, LPCRECT clip) {
+  if (place == nullptr) return E_POINTER;
+  return call([&] {
+    place_ = *place;
+    const int width = static_cast<int>(place->right - place->left);
+    const int height = static_cast<int>(place->bottom - place->top);
+    extent_ = to_himetric(width, height);
+    if (window_ != nullptr) {
+      SetWindowPos(window_, nullptr, place->left, place->top, width, height,
+                   SWP_NOZORDER | SWP_NOACTIVATE);
+      // A container that shows only part of the control clips its window.
+      RECT visible{};
+      if (clip != nullptr && mask_colour() == CLR_INVALID && IntersectRect(&visible, place, clip) &&
+          !EqualRect(&visible, place)) {
+        OffsetRect(&visible, -place->left, -place->top);
+        SetWindowRgn(window_, CreateRectRgnIndirect(&visible), TRUE);
+      }
+    }
+    set_size(width, height);
+  });
+}
+
+STDMETHODIMP ControlFrame::OnWindowMessage(UINT message, WPARAM wparam, LPARAM lparam,
+                                           LRESULT* out) {
+  if (!windowless_ || out == nullptr) return E_UNEXPECTED;
+  const Hold hold(*this);
+  try {
+    *out = 0;
+    // The container speaks in its own coordinates.
+    if (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST) {
+      const int x = static_cast<short>(LOWORD(lparam)) - static_cast<int>(place_.left);
+      const int y = static_cast<short>(HIWORD(lparam)) - static_cast<int>(place_.top);
+      lparam = MAKELPARAM(x, y);
+    }
+    return handle_message(message, wparam, lparam, *out) ? S_OK : S_FALSE;
+  } catch (...) {
+    return E_FAIL;
+  }
+}
+
+STDMETHODIMP ControlFrame::TranslateAccelerator(MSG* message) {
+  if (message == nullptr) return E_POINTER;
+  return call([&]() -> HRESULT {
+    // Arrow keys are the control's own; a dialog would take them to move the focus.
+    if ((message->message == WM_KEYDOWN || message->message == WM_KEYUP) &&
+        message->wParam >= VK_LEFT && message->wParam <= VK_DOWN && message->hwnd == window_ &&
+        window_ != nullptr) {
+      SendMessageW(window_, message->message, message->wParam, message->lParam);
+      return S_OK;
+    }
+    const ComPtr<IOleControlSite> site = control_site_;
+    if (!site) return S_FALSE;
+    DWORD modifiers = 0;
+    if (GetKeyState(VK_SHIFT) < 0) modifiers |= 1;
+    if (GetKeyState(VK_CONTROL) < 0) modifiers |= 2;
+    if (GetKeyState(VK_MENU) < 0) modifiers |= 4;
+    return site->TranslateAccelerator(message, modifiers);
+  });
+}
+
+void ControlFrame::set_size(int width, int height) {
+  if (width == width_ && height == height_ && surface_) return;
+  width_ = width;
+  height_ = height;
+  surface_.resize(width, height);
+  resized();
+}
+
+}  // namespace kestrelon

@@ -1,0 +1,175 @@
+#include "frame/property_objects.h"
+
+namespace kestrelon {
+namespace {
+
+/// The interface `T` of an object held in a VARIANT, or empty.
+template <class T>
+ComPtr<T> object_in(const VARIANT& value) {
+  IUnknown* object = nullptr;
+  switch (V_VT(&value)) {
+    case VT_UNKNOWN:
+    case VT_DISPATCH:
+      object = V_UNKNOWN(&value);
+      break;
+    case VT_UNKNOWN | VT_BYREF:
+    case VT_DISPATCH | VT_BYREF:
+      object = V_UNKNOWNREF(&value) != nullptr ? *V_UNKNOWNREF(&value) : nullptr;
+      break;
+    default:
+      break;
+  }
+  return query<T>(object);
+}
+
+Variant empty_object() {
+  Variant out;
+  V_VT(&out) = VT_UNKNOWN;
+  V_UNKNOWN(&out) = nullptr;
+  return out;
+}
+
+ComPtr<IFont> make_font(const LOGFONTW& look, long tenths_of_points) {
+  FONTDESC description{};
+  description.cbSizeofstruct = sizeof description;
+  description.lpstrName = const_cast<wchar_t*>(look.lfFaceName);
+  description.cySize.int64 = tenths_of_points * 1000LL;
+  description.sWeight = static_cast<SHORT>(look.lfWeight);
+  description.sCharset = look.lfCharSet;
+  description.fItalic = look.lfItalic;
+  ComPtr<IFont> font;
+  OleCreateFontIndirect(&description, IID_IFont, font.put_void());
+  return font;
+}
+
+ComPtr<IFont> default_font() {
+  NONCLIENTMETRICSW metrics{};
+  metrics.cbSize = sizeof metrics;
+  LOGFONTW look{};
+  long tenths = 82;
+  if (SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0)) {
+    look = metrics.lfMessageFont;
+    const HDC screen = GetDC(nullptr);
+    tenths = MulDiv(look.lfHeight < 0 ? -look.lfHeight : look.lfHeight, 720,
+                    GetDeviceCaps(screen, LOGPIXELSY));
+    ReleaseDC(nullptr, screen);
+  } else {
+    lstrcpyW(look.lfFaceName, L"Tahoma");
+    look.lfWeight = FW_NORMAL;
+  }
+  return make_font(look, tenths);
+}
+
+}  // namespace
+
+// Hears the font object; lives as long as the object holds it, and forgets the property that goes first.
+class FontProperty::Listener final : public IPropertyNotifySink {
+ public:
+  explicit Listener(FontProperty& owner) : owner_(&owner) {}
+  STDMETHODIMP QueryInterface(REFIID iid, void** out) override {
+    if (out == nullptr) return E_POINTER;
+    *out = nullptr;
+    if (iid != IID_IUnknown && iid != IID_IPropertyNotifySink) return E_NOINTERFACE;
+    *out = static_cast<IPropertyNotifySink*>(this);
+    AddRef();
+    return S_OK;
+  }
+  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
+  STDMETHODIMP_(ULONG) Release() override {
+    const ULONG left = --references_;
+    if (left == 0) delete this;
+    return left;
+  }
+  STDMETHODIMP OnChanged(DISPID) override {
+    return guarded(IID_IPropertyNotifySink, [&] { owner_->font_changed(); });
+  }
+  STDMETHODIMP OnRequestEdit(DISPID) override { return S_OK; }
+
+ private:
+  FontProperty* owner_;
+  ULONG references_ = 0;
+};
+
+FontProperty::~FontProperty() {
+  if (point_) point_->Unadvise(cookie_);
+}
+
+void FontProperty::replace(IFont* font) {
+  if (point_) point_->Unadvise(cookie_);
+  point_.reset();
+  font_ = ComPtr<IFont>(font);
+  const auto container = query<IConnectionPointContainer>(font);
+  if (!container) return;
+  if (FAILED(container->FindConnectionPoint(IID_IPropertyNotifySink, point_.put()))) return;
+  const ComPtr<IPropertyNotifySink> listener(new Listener(*this));
+  if (FAILED(point_->Advise(listener.get(), &cookie_))) point_.reset();
+}
+
+void FontProperty::font_changed() {
+  if (quiet_) return;
+  changed();
+  if (effect_) effect_();
+}
+
+IFont& FontProperty::font() {
+  if (!font_) replace(default_font().get());
+  if (!font_) throw ComError(E_FAIL);
+  return *font_.get();
+}
+
+ComPtr<IFontDisp> FontProperty::get() { return query<IFontDisp>(&font()); }
+
+void FontProperty::put(IFontDisp* font) {
+  replace(query<IFont>(font).get());
+  changed();
+  if (effect_) effect_();
+}
+
+void FontProperty::assign_copy(IFontDisp* font) {
+  ComPtr<IFont> copy;
+  if (const auto original = query<IFont>(font)) original->Clone(copy.put());
+  replace(copy.get());
+}
+
+HFONT FontProperty::handle() {
+  HFONT out = nullptr;
+  font().get_hFont(&out);
+  return out;
+}
+
+Variant FontProperty::empty_value() const { return empty_object(); }
+
+void FontProperty::load(const VARIANT& value) {
+  if (const auto font = object_in<IFont>(value)) replace(font.get());
+}
+
+Variant FontProperty::save() const {
+  return Variant(static_cast<IUnknown*>(const_cast<FontProperty*>(this)->get().get()));
+}
+
+void PictureProperty::put(IPictureDisp* picture) {
+  picture_ = ComPtr<IPictureDisp>(picture);
+  changed();
+  if (effect_) effect_();
+}
+
+OLE_HANDLE PictureProperty::handle() const {
+  OLE_HANDLE out = 0;
+  const auto picture = picture_.as<IPicture>();
+  if (picture && (type() == PICTYPE_BITMAP || type() == PICTYPE_ICON)) picture->get_Handle(&out);
+  return out;
+}
+
+short PictureProperty::type() const {
+  short out = PICTYPE_NONE;
+  if (const auto picture = picture_.as<IPicture>()) picture->get_Type(&out);
+  return out;
+}
+
+Variant PictureProperty::empty_value() const { return empty_object(); }
+void PictureProperty::load(const VARIANT& value) { picture_ = object_in<IPictureDisp>(value); }
+Variant PictureProperty::save() const {
+  return Variant(static_cast<IUnknown*>(picture_.get()));
+}
+
+}  // namespace kestrelon
