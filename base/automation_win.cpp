@@ -3,9 +3,9 @@
 namespace kestrelon {
 namespace {
 
-// A script passes a variable as a reference to a VARIANT, and the type library's Invoke refuses it where a
-// method declares a typed reference. This call frame gives such an argument a variable of the declared type
-// for the time of the call, and carries the result back into the script's own.
+// A script passes a variable as a reference to a VARIANT, and the type library's Invoke refuses it
+// where a method declares a typed reference. This call frame gives such an argument a variable of
+// the declared type for the time of the call, and carries the result back into the script's own.
 class TypedReferences {
  public:
   TypedReferences(ITypeInfo& info, DISPID member, WORD flags, DISPPARAMS& parameters)

@@ -15,17 +15,17 @@ namespace kestrelon {
 
 /// What the server knows of a class without an instance.
 struct ClassInfo {
-  const wchar_t* name;   ///< as in the type library and, after "Kestrelon2012.", in the ProgID
+  const wchar_t* name;  ///< as in the type library and, after "Kestrelon2012.", in the ProgID
   const CLSID& clsid;
   const IID& interface_id;  ///< the dual interface `_Name`
   const IID* events_id;     ///< the source interface `__Name`, null for a class without events
 };
 
-/// One COM object of the library. A class derives from its generated glue (see tools/idl_glue.py), which
-/// joins its dual interface with this base or with ControlFrame.
+/// One COM object of the library. A class derives from its generated glue (see tools/idl_glue.py),
+/// which joins its dual interface with this base or with ControlFrame.
 ///
-/// Lifetime: starts with one reference; aggregable. While one of the object's own methods or messages
-/// runs, a Hold keeps it alive whatever an event handler releases.
+/// Lifetime: starts with one reference; aggregable. While one of the object's own methods or
+/// messages runs, a Hold keeps it alive whatever an event handler releases.
 class AutomationObject : public ISupportErrorInfo,
                          public IProvideClassInfo2,
                          public IConnectionPointContainer {
@@ -33,7 +33,8 @@ class AutomationObject : public ISupportErrorInfo,
   AutomationObject(const AutomationObject&) = delete;
   AutomationObject& operator=(const AutomationObject&) = delete;
 
-  /// Makes this object part of `outer` (not referenced, as aggregation demands); call before first use.
+  /// Makes this object part of `outer` (not referenced, as aggregation demands); call before first
+  /// use.
   void aggregate_into(IUnknown* outer) { outer_ = outer; }
   /// The object's own IUnknown, which an aggregating object and the class factory hold.
   IUnknown* own_unknown() { return &own_; }
@@ -67,7 +68,8 @@ class AutomationObject : public ISupportErrorInfo,
 
   /// The interface pointer for `iid` without a reference, or null; overridden to add interfaces.
   virtual void* find_interface(REFIID iid);
-  /// Called once when the last reference is gone, before destruction, while calls are still possible.
+  /// Called once when the last reference is gone, before destruction, while calls are still
+  /// possible.
   virtual void on_final_release() {}
   /// The points of the object, events first; overridden to add others.
   virtual std::vector<ConnectionPoint*> connection_points();
@@ -116,8 +118,12 @@ class AutomationObject : public ISupportErrorInfo,
 // Conversions between automation arguments and C++ values, used by the generated glue.
 namespace glue {
 
-inline std::wstring from_bstr(BSTR text) { return to_wstring(text); }
-inline bool from_bool(VARIANT_BOOL value) { return value != VARIANT_FALSE; }
+inline std::wstring from_bstr(BSTR text) {
+  return to_wstring(text);
+}
+inline bool from_bool(VARIANT_BOOL value) {
+  return value != VARIANT_FALSE;
+}
 
 inline void to_bstr(BSTR* out, std::wstring_view value) {
   if (out == nullptr) throw ComError(E_POINTER);

@@ -116,7 +116,7 @@ inline std::wstring to_wstring(BSTR text) {
 class Variant : public VARIANT {
  public:
   Variant() { VariantInit(this); }
-  Variant(const Variant& other) : Variant() { VariantCopy(this, &other); }
+  Variant(const Variant& other) : Variant() { VariantCopy(this, const_cast<Variant*>(&other)); }
   Variant(Variant&& other) noexcept : VARIANT(other) { VariantInit(&other); }
   Variant& operator=(Variant other) noexcept {
     std::swap(static_cast<VARIANT&>(*this), static_cast<VARIANT&>(other));
@@ -168,7 +168,8 @@ class Variant : public VARIANT {
   }
 };
 
-/// An automation error on its way to the caller: becomes EXCEPINFO or Err.Number, .Description, .Source.
+/// An automation error on its way to the caller: becomes EXCEPINFO or Err.Number, .Description,
+/// .Source.
 struct ComError : std::exception {
   explicit ComError(HRESULT code, std::wstring text = {}, std::wstring from = {})
       : hr(code), description(std::move(text)), source(std::move(from)) {}
@@ -187,8 +188,8 @@ constexpr HRESULT numbered_error(int number) {
 /// Makes `error` the thread's error object, as callers of a dual interface expect.
 void publish_error(const ComError& error, const IID& iid) noexcept;
 
-/// Runs `body` and turns whatever leaves it into an HRESULT; no exception may cross a COM method or a
-/// window procedure, where it would end the process.
+/// Runs `body` and turns whatever leaves it into an HRESULT; no exception may cross a COM method or
+/// a window procedure, where it would end the process.
 template <class Body>
 HRESULT guarded(const IID& iid, Body&& body) noexcept {
   try {

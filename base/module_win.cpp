@@ -20,7 +20,8 @@ struct TypeCache {
   std::map<GUID, ComPtr<ITypeInfo>, GuidLess> infos;
 };
 
-// Never destroyed by the run-time: COM may be gone by then. release_type_infos() empties it in time.
+// Never destroyed by the run-time: COM may be gone by then. release_type_infos() empties it in
+// time.
 TypeCache& cache() {
   static TypeCache* const instance = new TypeCache;
   return *instance;
@@ -39,9 +40,15 @@ HINSTANCE module_instance() {
   return instance;
 }
 
-void module_lock() { ++g_locks; }
-void module_unlock() { --g_locks; }
-long module_locks() { return g_locks; }
+void module_lock() {
+  ++g_locks;
+}
+void module_unlock() {
+  --g_locks;
+}
+long module_locks() {
+  return g_locks;
+}
 
 ComPtr<ITypeInfo> type_info(const GUID& guid) {
   TypeCache& types = cache();

@@ -13,8 +13,8 @@ void module_lock();
 void module_unlock();
 long module_locks();
 
-/// Type information of one type of the embedded library, loaded once and kept. Empty when the module
-/// carries no type library.
+/// Type information of one type of the embedded library, loaded once and kept. Empty when the
+/// module carries no type library.
 ComPtr<ITypeInfo> type_info(const GUID& guid);
 
 /// Drops cached type information; called when the module goes.

@@ -3,7 +3,8 @@
 //   "KPS1", 32-bit length of what follows, then records:
 //   16-bit key length, key in UTF-16, 16-bit type, 32-bit data length, data
 //
-// All numbers are little-endian. The length in front lets a reader skip what a newer build added behind.
+// All numbers are little-endian. The length in front lets a reader skip what a newer build added
+// behind.
 #pragma once
 
 #include <cstdint>
@@ -13,8 +14,9 @@
 
 namespace kestrelon {
 
-/// One saved value. `type` is the automation type (VT_...), `data` its bytes: numbers little-endian,
-/// text in UTF-16 without an end mark, objects as their class id and their own stream.
+/// One saved value. `type` is the automation type (VT_...), `data` its bytes: numbers
+/// little-endian, text in UTF-16 without an end mark, objects as their class id and their own
+/// stream.
 struct PropertyRecord {
   std::wstring key;
   uint16_t type = 0;
@@ -30,8 +32,8 @@ inline constexpr size_t kPropertyHeaderBytes = 8;
 
 std::vector<uint8_t> write_property_stream(const std::vector<PropertyRecord>& records);
 
-/// The payload length that a header of kPropertyHeaderBytes declares; false when it is not one of ours or
-/// declares more than kMaxPropertyBytes.
+/// The payload length that a header of kPropertyHeaderBytes declares; false when it is not one of
+/// ours or declares more than kMaxPropertyBytes.
 bool read_property_header(std::span<const uint8_t> header, uint32_t& length);
 
 /// The whole records of a payload. A payload cut short gives those before the cut.

@@ -1,4 +1,5 @@
-// The About window of the library: the only window it opens without being asked for one by a property.
+// The About window of the library: the only window it opens without being asked for one by a
+// property.
 #pragma once
 
 #include <windows.h>

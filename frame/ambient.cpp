@@ -19,22 +19,26 @@ bool Ambient::flag(DISPID id, bool fallback) const {
   return get(id, VT_BOOL, value) ? V_BOOL(&value) != VARIANT_FALSE : fallback;
 }
 
-bool Ambient::user_mode() const { return flag(DISPID_AMBIENT_USERMODE, true); }
+bool Ambient::user_mode() const {
+  return flag(DISPID_AMBIENT_USERMODE, true);
+}
 bool Ambient::display_as_default() const {
   return flag(DISPID_AMBIENT_DISPLAYASDEFAULT, false);
 }
-bool Ambient::ui_dead() const { return flag(DISPID_AMBIENT_UIDEAD, false); }
+bool Ambient::ui_dead() const {
+  return flag(DISPID_AMBIENT_UIDEAD, false);
+}
 
 std::wstring Ambient::display_name() const {
   Variant value;
   return get(DISPID_AMBIENT_DISPLAYNAME, VT_BSTR, value) ? to_wstring(V_BSTR(&value))
-                                                        : std::wstring();
+                                                         : std::wstring();
 }
 
 ComPtr<IFontDisp> Ambient::font() const {
   Variant value;
   return get(DISPID_AMBIENT_FONT, VT_DISPATCH, value) ? query<IFontDisp>(V_DISPATCH(&value))
-                                                     : ComPtr<IFontDisp>();
+                                                      : ComPtr<IFontDisp>();
 }
 
 OLE_COLOR Ambient::back_color() const {

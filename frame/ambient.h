@@ -1,4 +1,5 @@
-// What the container tells about itself, each value with the default that stands when it tells nothing.
+// What the container tells about itself, each value with the default that stands when it tells
+// nothing.
 #pragma once
 
 #include <ocidl.h>
@@ -14,12 +15,12 @@ class Ambient {
   /// The container's ambient properties, if its site has any; null drops them.
   void attach(IOleClientSite* site) { source_ = query<IDispatch>(site); }
 
-  bool user_mode() const;                 ///< default true: most strangers only ever run
-  std::wstring display_name() const;      ///< default empty
-  ComPtr<IFontDisp> font() const;         ///< default none
-  OLE_COLOR back_color() const;           ///< default: the system's button face
-  bool display_as_default() const;        ///< default false
-  bool ui_dead() const;                   ///< default false
+  bool user_mode() const;             ///< default true: most strangers only ever run
+  std::wstring display_name() const;  ///< default empty
+  ComPtr<IFontDisp> font() const;     ///< default none
+  OLE_COLOR back_color() const;       ///< default: the system's button face
+  bool display_as_default() const;    ///< default false
+  bool ui_dead() const;               ///< default false
 
  private:
   bool get(DISPID id, VARTYPE type, Variant& out) const;

@@ -58,7 +58,9 @@ void ControlFrame::raise(DISPID event, std::initializer_list<VARIANT> arguments)
   AutomationObject::raise(event, arguments);
 }
 
-void ControlFrame::about() { show_about_window(window_); }
+void ControlFrame::about() {
+  show_about_window(window_);
+}
 
 void ControlFrame::property_changed(const wchar_t* name) {
   if (loading_) return;

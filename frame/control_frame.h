@@ -1,16 +1,16 @@
 // The control frame: everything that makes an object an OLE control, written once for all of them.
 //
-// A control derives from its generated glue over ControlFrame (or over SimpleControl, which adds the
-// behaviour of the small controls) and overrides the container events it needs, from initialise to
-// terminate. All code runs on the thread of the container's windows.
+// A control derives from its generated glue over ControlFrame (or over SimpleControl, which adds
+// the behaviour of the small controls) and overrides the container events it needs, from initialise
+// to terminate. All code runs on the thread of the container's windows.
 #pragma once
 
 #include <docobj.h>
 #include <ocidl.h>
 #include <olectl.h>
 
-#include "base/automation_win.h"
 #include <span>
+#include "base/automation_win.h"
 
 #include "base/property_stream.h"
 #include "frame/ambient.h"
@@ -23,7 +23,7 @@ namespace kestrelon {
 struct ControlTraits {
   DWORD misc_status = OLEMISC_RECOMPOSEONRESIZE | OLEMISC_CANTLINKINSIDE | OLEMISC_INSIDEOUT |
                       OLEMISC_ACTIVATEWHENVISIBLE | OLEMISC_SETCLIENTSITEFIRST;
-  bool windowless = false;      ///< prefers to live without a window of its own
+  bool windowless = false;  ///< prefers to live without a window of its own
   bool acts_like_button = false;
   SIZE initial_pixels{120, 30};  ///< size until the container gives one
 };
@@ -46,6 +46,16 @@ class ControlFrame : public AutomationObject,
 
   // Members every control has; the glue finds them by name.
   void about();
+  bool font_bold();
+  void set_font_bold(bool value);
+  bool font_italic();
+  void set_font_italic(bool value);
+  bool font_underline();
+  void set_font_underline(bool value);
+  bool font_strike_thru();
+  void set_font_strike_thru(bool value);
+  double font_size();
+  void set_font_size(double points);
   OLE_HANDLE h_wnd() const { return static_cast<OLE_HANDLE>(reinterpret_cast<LONG_PTR>(window_)); }
 
   // IOleObject
@@ -110,8 +120,7 @@ class ControlFrame : public AutomationObject,
                              DWORD* out) override;
   STDMETHODIMP QueryHitRect(DWORD aspect, LPCRECT bounds, LPCRECT area, LONG close_by,
                             DWORD* out) override;
-  STDMETHODIMP GetNaturalExtent(DWORD, LONG, DVTARGETDEVICE*, HDC, DVEXTENTINFO*,
-                                SIZEL*) override {
+  STDMETHODIMP GetNaturalExtent(DWORD, LONG, DVTARGETDEVICE*, HDC, DVEXTENTINFO*, SIZEL*) override {
     return E_NOTIMPL;
   }
   // IPersist..., see control_persist.cpp
@@ -136,12 +145,8 @@ class ControlFrame : public AutomationObject,
   STDMETHODIMP GetPredefinedValue(DISPID, DWORD, VARIANT*) override { return E_NOTIMPL; }
   // IQuickActivate
   STDMETHODIMP QuickActivate(QACONTAINER* container, QACONTROL* control) override;
-  STDMETHODIMP SetContentExtent(LPSIZEL size) override {
-    return SetExtent(DVASPECT_CONTENT, size);
-  }
-  STDMETHODIMP GetContentExtent(LPSIZEL size) override {
-    return GetExtent(DVASPECT_CONTENT, size);
-  }
+  STDMETHODIMP SetContentExtent(LPSIZEL size) override { return SetExtent(DVASPECT_CONTENT, size); }
+  STDMETHODIMP GetContentExtent(LPSIZEL size) override { return GetExtent(DVASPECT_CONTENT, size); }
 
   // PropertyOwner
   void property_changed(const wchar_t* name) override;
@@ -150,6 +155,9 @@ class ControlFrame : public AutomationObject,
   ~ControlFrame() override;
 
   // The life of a control, in this order; InitProperties and ReadProperties never both.
+  /// Hands the container's font and colours to the properties that default to them; runs before
+  /// either.
+  virtual void take_ambient_defaults() {}
   virtual void init_properties() {}
   virtual void properties_read() {}
   virtual void resized() {}
@@ -172,8 +180,8 @@ class ControlFrame : public AutomationObject,
   virtual void got_focus() {}
   virtual void lost_focus() {}
   virtual void access_key_press(short /*key*/) {}
-  /// The callback of message interception: runs after the window procedure for WM_MOUSELEAVE and the
-  /// messages a control adds.
+  /// The callback of message interception: runs after the window procedure for WM_MOUSELEAVE and
+  /// the messages a control adds.
   virtual void window_message_after(UINT /*message*/, WPARAM, LPARAM) {}
   /// First look at a message, before the frame acts on it; true when `result` is the answer.
   virtual bool window_message_before(UINT, WPARAM, LPARAM, LRESULT& /*result*/) { return false; }
@@ -194,6 +202,7 @@ class ControlFrame : public AutomationObject,
   virtual COLORREF mask_colour() const { return CLR_INVALID; }
   /// The stock properties the frame needs to know; null where a control has none.
   virtual const Property<bool>* enabled_property() const { return nullptr; }
+  virtual FontProperty* font_property() { return nullptr; }
   /// Pointer over the control: an OLE pointer number and the custom picture.
   virtual long mouse_pointer() const { return 0; }
   virtual const PictureProperty* mouse_icon() const { return nullptr; }
@@ -207,8 +216,11 @@ class ControlFrame : public AutomationObject,
   int height() const { return height_; }
   bool user_mode() const { return user_mode_; }
   bool properties_were_read() const { return was_read_; }
-  /// Shows what has been drawn: at the next paint, or at once.
+  /// To be called when the surface has been drawn anew: shapes the window and shows it at the next
+  /// paint.
+  void surface_changed();
   void invalidate();
+  /// Shows at once what has been drawn.
   void update_now();
   /// Keys that move the focus in the container, as the user would press them.
   void send_tab(bool backwards);
@@ -234,8 +246,7 @@ class ControlFrame : public AutomationObject,
   bool create_window(HWND parent, const RECT& place);
   void set_size(int width, int height);
   // control_window.cpp
-  static LRESULT CALLBACK window_procedure(HWND window, UINT message, WPARAM wparam,
-                                           LPARAM lparam);
+  static LRESULT CALLBACK window_procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
   LRESULT dispatch_message(UINT message, WPARAM wparam, LPARAM lparam);
   bool handle_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result);
   bool handle_mouse(UINT message, WPARAM wparam, LPARAM lparam);
@@ -269,7 +280,7 @@ class ControlFrame : public AutomationObject,
 
   Surface surface_;
   HWND window_ = nullptr;
-  RECT place_{};  // in the container's client coordinates
+  RECT place_{};    // in the container's client coordinates
   SIZEL extent_{};  // himetric
   int width_ = 0;
   int height_ = 0;
@@ -290,6 +301,7 @@ class ControlFrame : public AutomationObject,
   bool visible_ = false;
   bool click_pending_ = false;
   bool terminated_ = false;
+  bool shaped_ = false;
 };
 
 }  // namespace kestrelon

@@ -18,7 +18,9 @@ STDMETHODIMP ControlFrame::SetClientSite(IOleClientSite* site) {
   });
 }
 
-STDMETHODIMP ControlFrame::GetClientSite(IOleClientSite** out) { return site_.copy_to(out); }
+STDMETHODIMP ControlFrame::GetClientSite(IOleClientSite** out) {
+  return site_.copy_to(out);
+}
 
 STDMETHODIMP ControlFrame::Close(DWORD save) {
   return call([&] {
@@ -133,7 +135,6 @@ STDMETHODIMP ControlFrame::FreezeEvents(BOOL freeze) {
 }
 
 namespace {
-
 
 // The system's pages by the type of a property.
 const CLSID* stock_page(std::wstring_view type) {

@@ -40,6 +40,18 @@ class RecordBag final : public IPropertyBag {
   std::vector<PropertyRecord> records_;
 };
 
+// While it lives, changes of properties are not reported.
+class Loading {
+ public:
+  explicit Loading(bool& flag) : flag_(flag) { flag_ = true; }
+  ~Loading() { flag_ = false; }
+  Loading(const Loading&) = delete;
+  Loading& operator=(const Loading&) = delete;
+
+ private:
+  bool& flag_;
+};
+
 // Reads up to `wanted` bytes; fewer when the stream ends.
 std::vector<uint8_t> read_bytes(IStream& stream, size_t wanted) {
   constexpr size_t kStep = 1u << 20;  // memory grows with what is there, not with what is declared
@@ -67,9 +79,11 @@ STDMETHODIMP ControlFrame::GetClassID(CLSID* out) {
 void ControlFrame::run_init_properties() {
   ambient_missing_ = !site_;
   was_initialised_ = true;
-  loading_ = true;
-  init_properties();
-  loading_ = false;
+  {
+    const Loading loading(loading_);
+    take_ambient_defaults();
+    init_properties();
+  }
   apply_enabled();
   invalidate();
 }
@@ -82,7 +96,8 @@ STDMETHODIMP ControlFrame::InitNew() {
 void ControlFrame::read_properties(IPropertyBag& bag, IErrorLog* log) {
   user_mode_ = ambient_.user_mode();
   was_read_ = true;
-  loading_ = true;
+  const Loading loading(loading_);
+  take_ambient_defaults();
   for (PropertyBase* property : properties()) {
     Variant value = property->empty_value();
     if (SUCCEEDED(bag.Read(property->key(), &value, log))) {
@@ -94,7 +109,6 @@ void ControlFrame::read_properties(IPropertyBag& bag, IErrorLog* log) {
   apply_enabled();
   apply_mouse_pointer();
   properties_read();
-  loading_ = false;
   dirty_ = false;
   invalidate();
 }
@@ -160,13 +174,15 @@ STDMETHODIMP ControlFrame::GetSizeMax(ULARGE_INTEGER* out) {
   return call([&] { out->QuadPart = write_property_stream(records()).size(); });
 }
 
-STDMETHODIMP ControlFrame::InitNew(IStorage*) { return InitNew(); }
+STDMETHODIMP ControlFrame::InitNew(IStorage*) {
+  return InitNew();
+}
 
 STDMETHODIMP ControlFrame::Load(IStorage* storage) {
   if (storage == nullptr) return E_POINTER;
   ComPtr<IStream> stream;
-  const HRESULT hr = storage->OpenStream(
-      kStorageStream, nullptr, STGM_READ | STGM_SHARE_EXCLUSIVE, 0, stream.put());
+  const HRESULT hr = storage->OpenStream(kStorageStream, nullptr, STGM_READ | STGM_SHARE_EXCLUSIVE,
+                                         0, stream.put());
   return FAILED(hr) ? hr : Load(stream.get());
 }
 

@@ -1,6 +1,8 @@
 // IViewObjectEx: drawing into a device context of the container's choice, and hit tests.
 #include "frame/control_frame.h"
 #include "frame/himetric.h"
+#include "frame/kit/shape.h"
+#include "frame/region.h"
 
 namespace kestrelon {
 
@@ -25,9 +27,35 @@ void ControlFrame::draw_to(HDC dc, const RECT& bounds) {
   }
 }
 
+void ControlFrame::surface_changed() {
+  update_window_shape();
+  invalidate();
+}
+
+void ControlFrame::update_window_shape() {
+  if (window_ == nullptr) return;
+  const COLORREF mask = mask_colour();
+  if (mask == CLR_INVALID) {
+    if (shaped_) SetWindowRgn(window_, nullptr, TRUE);
+    shaped_ = false;
+    return;
+  }
+  const HRGN wanted = region_from_rects(mask_to_rects(surface_.pixels(), mask));
+  const HRGN present = CreateRectRgn(0, 0, 0, 0);
+  const bool same =
+      shaped_ && GetWindowRgn(window_, present) != ERROR && EqualRgn(present, wanted) != FALSE;
+  DeleteObject(present);
+  if (same) {
+    DeleteObject(wanted);
+  } else {
+    shaped_ = true;
+    SetWindowRgn(window_, wanted, TRUE);  // the system owns the region from here on
+  }
+}
+
 STDMETHODIMP ControlFrame::Draw(DWORD aspect, LONG, void*, DVTARGETDEVICE*, HDC, HDC dc,
-                                LPCRECTL bounds, LPCRECTL,
-                                BOOL(STDMETHODCALLTYPE*)(ULONG_PTR), ULONG_PTR) {
+                                LPCRECTL bounds, LPCRECTL, BOOL(STDMETHODCALLTYPE*)(ULONG_PTR),
+                                ULONG_PTR) {
   if (dc == nullptr) return E_INVALIDARG;
   if (aspect != DVASPECT_CONTENT && aspect != DVASPECT_OPAQUE && aspect != DVASPECT_TRANSPARENT)
     return DV_E_DVASPECT;

@@ -59,8 +59,8 @@ bool ControlFrame::create_window(HWND parent, const RECT& place) {
   }();
   if (atom == 0) return false;
   CreateWindowExW(0, kWindowClass, nullptr,
-                  WS_CHILD | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | WS_TABSTOP, place.left,
-                  place.top, place.right - place.left, place.bottom - place.top, parent, nullptr,
+                  WS_CHILD | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | WS_TABSTOP, place.left, place.top,
+                  place.right - place.left, place.bottom - place.top, parent, nullptr,
                   module_instance(), this);
   if (window_ == nullptr) return false;
   apply_enabled();
@@ -69,7 +69,9 @@ bool ControlFrame::create_window(HWND parent, const RECT& place) {
   return window_ != nullptr;
 }
 
-void unregister_window_class() { UnregisterClassW(kWindowClass, module_instance()); }
+void unregister_window_class() {
+  UnregisterClassW(kWindowClass, module_instance());
+}
 
 LRESULT CALLBACK ControlFrame::window_procedure(HWND window, UINT message, WPARAM wparam,
                                                 LPARAM lparam) {
@@ -79,8 +81,7 @@ LRESULT CALLBACK ControlFrame::window_procedure(HWND window, UINT message, WPARA
     SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(control));
     control->window_ = window;
   }
-  auto* const control =
-      reinterpret_cast<ControlFrame*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+  auto* const control = reinterpret_cast<ControlFrame*>(GetWindowLongPtrW(window, GWLP_USERDATA));
   if (control == nullptr) return DefWindowProcW(window, message, wparam, lparam);
   const Hold hold(*control);
   if (message == WM_NCDESTROY) {

@@ -1,5 +1,5 @@
-// Where the pointer is with respect to a control, from the two sources that tell: movements, which stop at
-// the edge, and the leave notice, which capture delays.
+// Where the pointer is with respect to a control, from the two sources that tell: movements, which
+// stop at the edge, and the leave notice, which capture delays.
 #pragma once
 
 namespace kestrelon {

@@ -1,5 +1,5 @@
-// Persisted properties: one declaration holds the name, the key, the type, the default and what a change
-// causes; get, put, the notification and both directions of persistence follow from it.
+// Persisted properties: one declaration holds the name, the key, the type, the default and what a
+// change causes; get, put, the notification and both directions of persistence follow from it.
 //
 //   class USThing : public USThingGlue<USThing, ControlFrame> {
 //    public:
@@ -8,6 +8,8 @@
 //
 // The order of declaration is the order of the keys in a property bag.
 #pragma once
+
+#include <olectl.h>
 
 #include <functional>
 #include <string>
@@ -104,8 +106,8 @@ struct Automation<std::wstring> {
   static Variant to(const std::wstring& value) { return Variant(std::wstring_view(value)); }
 };
 template <class T>
-  requires(std::is_enum_v<T> || std::is_same_v<T, long> || std::is_same_v<T, OLE_COLOR>)
-struct Automation<T> {
+requires(std::is_enum_v<T> || std::is_same_v<T, long> ||
+         std::is_same_v<T, OLE_COLOR>) struct Automation<T> {
   static constexpr VARTYPE kType = VT_I4;
   static T from(const VARIANT& v) { return static_cast<T>(V_I4(&v)); }
   static Variant to(T value) { return Variant(static_cast<long>(value)); }
@@ -127,13 +129,9 @@ class Property final : public PropertyBase {
 
  public:
   /// `effect` runs after a change has been stored and reported; it gets the owner.
-  template <class Owner>
-  Property(Owner& owner, PropertyName name, T initial, void (Owner::*effect)() = nullptr)
-      : PropertyBase(owner, name), value_(initial), default_(std::move(initial)) {
-    if (effect != nullptr) effect_ = [&owner, effect] { (owner.*effect)(); };
-  }
+  Property(PropertyOwner& owner, PropertyName name, T initial)
+      : PropertyBase(owner, name), value_(initial), default_(std::move(initial)) {}
   template <class Owner, class Base>
-    requires std::is_base_of_v<Base, Owner>
   Property(Owner& owner, PropertyName name, T initial, void (Base::*effect)())
       : PropertyBase(owner, name), value_(initial), default_(std::move(initial)) {
     effect_ = [&owner, effect] { (owner.*effect)(); };

@@ -62,7 +62,8 @@ ComPtr<IFont> default_font() {
 
 }  // namespace
 
-// Hears the font object; lives as long as the object holds it, and forgets the property that goes first.
+// Hears the font object; lives as long as the object holds it, and forgets the property that goes
+// first.
 class FontProperty::Listener final : public IPropertyNotifySink {
  public:
   explicit Listener(FontProperty& owner) : owner_(&owner) {}
@@ -117,7 +118,9 @@ IFont& FontProperty::font() {
   return *font_.get();
 }
 
-ComPtr<IFontDisp> FontProperty::get() { return query<IFontDisp>(&font()); }
+ComPtr<IFontDisp> FontProperty::get() {
+  return query<IFontDisp>(&font());
+}
 
 void FontProperty::put(IFontDisp* font) {
   replace(query<IFont>(font).get());
@@ -125,9 +128,9 @@ void FontProperty::put(IFontDisp* font) {
   if (effect_) effect_();
 }
 
-void FontProperty::assign_copy(IFontDisp* font) {
-  ComPtr<IFont> copy;
-  if (const auto original = query<IFont>(font)) original->Clone(copy.put());
+void FontProperty::reset() {
+  ComPtr<IFont> copy;  // the ambient font belongs to the container
+  if (const auto original = ambient_.as<IFont>()) original->Clone(copy.put());
   replace(copy.get());
 }
 
@@ -137,7 +140,9 @@ HFONT FontProperty::handle() {
   return out;
 }
 
-Variant FontProperty::empty_value() const { return empty_object(); }
+Variant FontProperty::empty_value() const {
+  return empty_object();
+}
 
 void FontProperty::load(const VARIANT& value) {
   if (const auto font = object_in<IFont>(value)) replace(font.get());
@@ -166,8 +171,12 @@ short PictureProperty::type() const {
   return out;
 }
 
-Variant PictureProperty::empty_value() const { return empty_object(); }
-void PictureProperty::load(const VARIANT& value) { picture_ = object_in<IPictureDisp>(value); }
+Variant PictureProperty::empty_value() const {
+  return empty_object();
+}
+void PictureProperty::load(const VARIANT& value) {
+  picture_ = object_in<IPictureDisp>(value);
+}
 Variant PictureProperty::save() const {
   return Variant(static_cast<IUnknown*>(picture_.get()));
 }

@@ -7,36 +7,40 @@
 
 namespace kestrelon {
 
-/// A font that is never missing: without one from the container, the system's message font. A change made
-/// inside the object (control.Font.Bold = True) is reported as a change of the property.
+/// A font that is never missing: without one from the container, the system's message font. A
+/// change made inside the object (control.Font.Bold = True) is reported as a change of the
+/// property.
 class FontProperty final : public PropertyBase {
  public:
-  template <class Owner>
-  FontProperty(Owner& owner, PropertyName name, void (Owner::*effect)() = nullptr)
+  template <class Owner, class Base>
+  FontProperty(Owner& owner, PropertyName name, void (Base::*effect)())
       : PropertyBase(owner, name) {
-    if (effect != nullptr) effect_ = [&owner, effect] { (owner.*effect)(); };
+    effect_ = [&owner, effect] { (owner.*effect)(); };
   }
   ~FontProperty();
 
   ComPtr<IFontDisp> get();
   /// Takes the object itself, as a property set by reference does; null goes back to the default.
   void put(IFontDisp* font);
-  /// Takes a copy without report: the ambient font belongs to the container.
-  void assign_copy(IFontDisp* font);
   /// The font as GDI uses it; owned by the font object, valid until it changes.
   HFONT handle();
   IFont& font();
-  /// Changes one attribute through IFont; reports and takes effect under the name given.
+  /// Changes the font through IFont; reports under `as`, the name of the delegate, and takes
+  /// effect.
   template <class Setter>
-  void change(Setter setter) {
+  void change(const wchar_t* as, Setter setter) {
     quiet_ = true;
     setter(font());
     quiet_ = false;
+    owner().property_changed(as);
+    if (effect_) effect_();
   }
+  /// The container's font, copied when the property is reset; null for the system's.
+  void set_default(IFontDisp* font) { ambient_ = ComPtr<IFontDisp>(font); }
 
   Variant empty_value() const override;
   void load(const VARIANT& value) override;
-  void reset() override { replace(nullptr); }
+  void reset() override;
   Variant save() const override;
   bool is_default() const override { return false; }
 
@@ -47,6 +51,7 @@ class FontProperty final : public PropertyBase {
   void font_changed();
 
   ComPtr<IFont> font_;
+  ComPtr<IFontDisp> ambient_;
   ComPtr<IConnectionPoint> point_;
   DWORD cookie_ = 0;
   bool quiet_ = false;
@@ -56,10 +61,10 @@ class FontProperty final : public PropertyBase {
 /// A picture, or none.
 class PictureProperty final : public PropertyBase {
  public:
-  template <class Owner>
-  PictureProperty(Owner& owner, PropertyName name, void (Owner::*effect)() = nullptr)
+  template <class Owner, class Base>
+  PictureProperty(Owner& owner, PropertyName name, void (Base::*effect)())
       : PropertyBase(owner, name) {
-    if (effect != nullptr) effect_ = [&owner, effect] { (owner.*effect)(); };
+    effect_ = [&owner, effect] { (owner.*effect)(); };
   }
 
   ComPtr<IPictureDisp> get() const { return picture_; }

@@ -16,8 +16,12 @@ void SimpleControl::refresh() {
 }
 
 void SimpleControl::properties_read() {
-  set_access_keys(access_key_from_start(shown_caption()));
+  update_access_key();
   refresh();
+}
+
+void SimpleControl::update_access_key() {
+  set_access_keys(access_key_from_start(shown_caption()));
 }
 
 void SimpleControl::repaint_control(int state, bool force) {
@@ -46,7 +50,7 @@ void SimpleControl::mouse_move(short button, short shift, float x, float y) {
   if (!user_mode()) return;
   switch (hover_.moved(pointer_over_window())) {
     case Hover::Move::kEnter:
-      track_mouse_leave(window());
+      TrackMouseLeave(window());
       repaint_control(kNormal, true);
       raise_mouse_enter();
       break;
@@ -98,7 +102,9 @@ void SimpleControl::key_down(short key, short shift) {
   }
 }
 
-void SimpleControl::key_press(short character) { raise_key_press(character); }
+void SimpleControl::key_press(short character) {
+  raise_key_press(character);
+}
 
 void SimpleControl::key_up(short key, short shift) {
   const short released = key;

@@ -1,5 +1,5 @@
-// What the small controls share beyond the frame: three visual states, one repaint sequence, the press, the
-// hover, and a keyboard on which arrows move the focus.
+// What the small controls share beyond the frame: three visual states, one repaint sequence, the
+// press, the hover, and a keyboard on which arrows move the focus.
 #pragma once
 
 #include "frame/control_frame.h"
@@ -19,10 +19,12 @@ class SimpleControl : public ControlFrame {
   /// Visual states as they are drawn.
   enum State : int { kNormal = 0, kHover = 1, kPressed = 2 };
 
-  /// The one drawing entry. Without `force` nothing happens when state and caption are those drawn last.
+  /// The one drawing entry. Without `force` nothing happens when state and caption are those drawn
+  /// last.
   void repaint_control(int state, bool force);
   /// The effect of most properties: draw the last state again.
   void repaint() { repaint_control(last_state_, true); }
+  void update_access_key();
   bool pointer_over() const { return hover_.over(); }
   bool has_focus() const { return has_focus_; }
   int last_state() const { return last_state_; }

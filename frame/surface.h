@@ -8,8 +8,8 @@ namespace kestrelon {
 
 class Surface {
  public:
-  /// Makes the surface `width` by `height` pixels. The same size keeps it as it is; sizes below 1 release
-  /// it. False when there is no surface afterwards.
+  /// Makes the surface `width` by `height` pixels. The same size keeps it as it is; sizes below 1
+  /// release it. False when there is no surface afterwards.
   bool resize(int width, int height) {
     if (picture_ && width == picture_.width() && height == picture_.height()) return true;
     if (!picture_.create(width, height)) return false;

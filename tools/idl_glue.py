@@ -190,6 +190,8 @@ def main():
             "template <class Class, class Base>",
             f"class {name}Glue : public ::{default}, public Base {{",
             " public:",
+            "  using Base::Base;",
+            "",
             "  static const ClassInfo& static_class_info() {",
             f'    static constexpr ClassInfo kInfo{{L"{name}", CLSID_{name}, IID_{default},',
             f"                                     {'&DIID_' + source_name.group(1) if source_name else 'nullptr'}}};",

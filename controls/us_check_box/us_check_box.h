@@ -12,7 +12,7 @@ class USCheckBox final : public USCheckBoxGlue<USCheckBox, SimpleControl> {
   USCheckBox();
 
   // In the order of the property bag.
-  FontProperty Font{*this, L"Font", &USCheckBox::font_changed};
+  FontProperty Font{*this, L"Font", &USCheckBox::repaint};
   Property<std::wstring> Caption{*this, L"Caption", L"", &USCheckBox::caption_changed};
   Property<bool> Enabled{*this, L"Enabled", true, &USCheckBox::enabled_changed};
   Property<ENUM_ALIGN_OPTION> Alignment{*this, L"Alignment", Left_Justify, &USCheckBox::repaint};
@@ -31,12 +31,13 @@ class USCheckBox final : public USCheckBoxGlue<USCheckBox, SimpleControl> {
   void set_value(ENUM_CHECKBOX_VALUES value) { Value.put(static_cast<short>(value)); }
 
  private:
-  void font_changed();
   void caption_changed();
   void enabled_changed();
 
   // us_check_box.cpp
   void init_properties() override;
+  void take_ambient_defaults() override;
+  FontProperty* font_property() override { return &Font; }
   void toggle(bool by_key) override;
   const std::wstring& shown_caption() const override { return Caption.get(); }
   const Property<bool>* enabled_property() const override { return &Enabled; }
@@ -45,6 +46,7 @@ class USCheckBox final : public USCheckBoxGlue<USCheckBox, SimpleControl> {
   // us_check_box_paint.cpp
   void recompute_layout() override;
   void draw(int state) override;
+  void draw_caption();
   COLORREF clear_colour() const override;
   COLORREF mask_colour() const override;
 

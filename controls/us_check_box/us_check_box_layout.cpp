@@ -13,7 +13,9 @@ PixelRect focus_rect(int width, int height, bool right_justify) {
   return {16, 1, width - 2, height - 1};
 }
 
-PixelRect measure_rect(int width, int height) { return {21, 0, width, height}; }
+PixelRect measure_rect(int width, int height) {
+  return {21, 0, width, height};
+}
 
 PixelRect caption_rect(int width, int height, int text_height) {
   return {kCaptionLeft, (height - text_height) / 2, width, (height + text_height) / 2};
@@ -44,7 +46,8 @@ int strip_row(Mark mark, bool enabled, int state, bool over) {
   }
   const bool hovered = state == 0 && over;
   int base = 0;
-  if (mark == Mark::kChecked) base = hovered ? 26 : 52;  // the hover picture stands above the others
+  if (mark == Mark::kChecked)
+    base = hovered ? 26 : 52;  // the hover picture stands above the others
   if (mark == Mark::kGrayed) base = 117;
   return base + (hovered ? 1 : state) * kMark;
 }

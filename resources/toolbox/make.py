@@ -1,0 +1,29 @@
+#!/usr/bin/env python3
+"""Draws the toolbox bitmaps of the controls: 16 by 15 pixels on the gray that designers make transparent."""
+
+import sys
+from pathlib import Path
+
+HERE = Path(__file__).resolve().parent
+sys.path.insert(0, str(HERE.parent))
+from draw import Canvas, stroke, vertical
+
+GRAY = (0xC0, 0xC0, 0xC0)
+BORDER = (0x2F, 0x5F, 0x9E)
+FACE = vertical((0xF4, 0xF9, 0xFE), (0xCF, 0xE2, 0xF5), 2, 14)
+MARK = (0x1C, 0x84, 0x3C)
+
+
+def us_check_box(canvas):
+    canvas.rectangle(2, 2, 13, 13, FACE)
+    canvas.frame(2, 2, 13, 13, BORDER)
+    canvas.fill(stroke([(4.6, 7.4), (7.2, 10.2), (13.4, 2.8)], 2.2), MARK, 3, 0, 16, 13)
+
+
+ICONS = {name: draw for name, draw in list(globals().items()) if name.startswith("us_")}
+
+if __name__ == "__main__":
+    for name, draw in ICONS.items():
+        icon = Canvas(16, 15, GRAY)
+        draw(icon)
+        icon.save_bmp(HERE / f"{name}.bmp")

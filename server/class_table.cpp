@@ -1,0 +1,45 @@
+#include "server/class_table.h"
+
+#include "base/resource_ids.h"
+#include "controls/us_check_box/us_check_box.h"
+
+namespace kestrelon {
+namespace {
+
+template <class Class>
+AutomationObject* create() {
+  return new Class;
+}
+
+template <class Class>
+ServerClass control(const wchar_t* description, int toolbox_bitmap,
+                    DWORD misc_status = ControlTraits{}.misc_status) {
+  return {Class::static_class_info(),
+          ClassKind::kControl,
+          description,
+          toolbox_bitmap,
+          misc_status,
+          create<Class>};
+}
+
+template <class Class>
+[[maybe_unused]] ServerClass service(const wchar_t* description) {
+  return {Class::static_class_info(), ClassKind::kService, description, 0, 0, create<Class>};
+}
+
+}  // namespace
+
+std::span<const ServerClass> server_classes() {
+  static const ServerClass kClasses[] = {
+      control<USCheckBox>(L"Kestrelon: caixa de seleção com temas", IDB_TOOLBOX_USCHECKBOX),
+  };
+  return kClasses;
+}
+
+const ServerClass* find_class(const CLSID& clsid) {
+  for (const ServerClass& entry : server_classes())
+    if (entry.info.clsid == clsid) return &entry;
+  return nullptr;
+}
+
+}  // namespace kestrelon
