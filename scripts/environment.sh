@@ -1,10 +1,14 @@
-# shellcheck shell=bash
+# shellcheck shell=bash disable=SC2034
 # Where things are; sourced by the other scripts.
 
 source_root=$(dirname "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")")
 build_root=${KESTRELON_BUILD:-$source_root/build}
-# Outlives the clone: what setup.sh fetches besides packages.
-cache_root=${KESTRELON_CACHE:-/var/cache/kestrelon}
+# Outlives the clone: the private 32-bit root and the templates of Wine prefixes.
+if [ "$(id -u)" = 0 ]; then
+  cache_root=${KESTRELON_CACHE:-/var/cache/kestrelon}
+else
+  cache_root=${KESTRELON_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/kestrelon}
+fi
 wine32_root=$cache_root/wine32
 
 # prefix_path BITS GRAPHICS: the default prefix of that word size.
@@ -40,4 +44,14 @@ wine_program() {
   else
     echo /usr/lib/wine/wine
   fi
+}
+
+# wine_version BITS: changes with the Wine that runs programs of that word size.
+wine_version() {
+  local admin=/var/lib/dpkg arch=amd64
+  if [ "$1" = 32 ]; then
+    arch=i386
+    if [ "$(wine32_kind)" = root ]; then admin=$wine32_root/var/lib/dpkg; fi
+  fi
+  dpkg-query --admindir="$admin" -W -f '${Version}\n' "libwine:$arch"
 }

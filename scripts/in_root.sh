@@ -36,4 +36,5 @@ for path in "$(dirname "$(dirname "$(readlink -f "$0")")")" "$WINEPREFIX" "$PWD"
   bind "$path"
 done
 
+# shellcheck disable=SC2016 # the inner shell expands these
 exec chroot "$root" /bin/sh -c 'cd "$0" && exec "$@"' "$PWD" "$@"

@@ -1,34 +1,56 @@
 #!/usr/bin/env bash
-# prefix.sh 32|64 [DIRECTORY [null|x11]]: makes a Wine prefix for programs of that word size, unless it stands.
-# A prefix that stands can be copied with cp -a while nothing runs in it.
+# prefix.sh 32|64 [DIRECTORY [null|x11]]: makes a clean Wine prefix for programs of that word size, unless a
+# current one stands there. Prefixes are copies of a template in the cache, so a scratch one takes a second.
 set -euo pipefail
 here=$(dirname "$(readlink -f "$0")")
-# shellcheck source=scripts/environment.sh
+# shellcheck source-path=SCRIPTDIR source=environment.sh
 . "$here/environment.sh"
 
 bits=$1
 graphics=${3:-null}
-prefix=${2:-$(prefix_path "$bits" "$graphics")}
-mkdir -p "$(dirname "$prefix")"
-exec 9>"$prefix.lock"
+prefix=$(realpath -m "${2:-$(prefix_path "$bits" "$graphics")}")
+key=$({ cat "$here/prefix.sh" "$here/prefix.reg"; wine_version "$bits"; } | cksum | cut -d' ' -f1)
+template=$cache_root/prefix$bits-$key
+mkdir -p "$cache_root" "$(dirname "$prefix")"
+exec 9>"$cache_root/prefix$bits.lock"
 flock 9
-if [ -e "$prefix/.ready" ]; then
+
+run() { # run PREFIX PROGRAM...: without a display and without holding the lock
+  KESTRELON_PREFIX=$1 KESTRELON_DISPLAY=null "$here/wine$bits" "${@:2}" 9>&-
+}
+
+stop() { # stop PREFIX: ends what runs there; the desktop reads its driver at its start, files are written out
+  KESTRELON_WINE=server run "$1" -k || true
+  KESTRELON_WINE=server run "$1" -w
+}
+
+make_template() {
+  rm -rf "$template"
+  mkdir -p "$template/drive_c/windows/Fonts"
+  # Faces that Windows programs name; Wine finds them by the files here, whatever else the machine has.
+  cp /usr/share/wine/fonts/*.ttf /usr/share/wine/fonts/*.fon "$template/drive_c/windows/Fonts/"
+  touch "$template/.ready"
+  run "$template" wineboot -i
+  run "$template" regedit /S "$here/prefix.reg"
+  stop "$template"
+  echo "$key" >"$template/.ready"
+}
+
+if [ "$(cat "$prefix/.ready" 2>/dev/null)" = "$key" ]; then
   exit 0
 fi
-
-echo "making the Wine prefix $prefix"
-rm -rf "$prefix"
-mkdir -p "$prefix/drive_c/windows/Fonts"
-# The metric-compatible faces of the platform, found by name whatever else the machine has.
-cp /usr/share/wine/fonts/*.ttf /usr/share/wine/fonts/*.fon "$prefix/drive_c/windows/Fonts/"
-touch "$prefix/.ready"
-export KESTRELON_PREFIX=$prefix KESTRELON_DISPLAY=null
-run=$here/wine$bits
-"$run" wineboot -i 9>&-
-"$run" regedit /S "$here/prefix.reg" 9>&-
-if [ "$graphics" != null ]; then
-  "$run" reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d "$graphics" /f >/dev/null 9>&-
+if [ "$(cat "$template/.ready" 2>/dev/null)" != "$key" ]; then
+  echo "making the $bits-bit Wine prefix"
+  if ! make_template >"$template.log" 2>&1; then
+    cat "$template.log" >&2
+    echo "$0: no $bits-bit Wine prefix could be made" >&2
+    exit 1
+  fi
 fi
-# The desktop process reads its driver at its start, so it is ended here.
-KESTRELON_WINE=server "$run" -k 9>&- || true
-KESTRELON_WINE=server "$run" -w 9>&-
+if [ -e "$prefix/.ready" ]; then stop "$prefix"; fi
+rm -rf "$prefix"
+cp -a --reflink=auto "$template" "$prefix"
+if [ "$graphics" != null ]; then
+  run "$prefix" reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d "$graphics" /f >/dev/null
+  stop "$prefix"
+fi

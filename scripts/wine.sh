@@ -7,7 +7,7 @@
 #   KESTRELON_WINE     "server": runs wineserver with the arguments instead of a program
 set -euo pipefail
 here=$(dirname "$(readlink -f "$0")")
-# shellcheck source=scripts/environment.sh
+# shellcheck source-path=SCRIPTDIR source=environment.sh
 . "$here/environment.sh"
 
 bits=$1
@@ -23,6 +23,8 @@ export WINEPREFIX=$prefix WINEARCH=win$bits WINEDEBUG=${WINEDEBUG:--all}
 export WINEDLLOVERRIDES=${WINEDLLOVERRIDES:-mscoree,mshtml=}
 # Only the fonts named here are seen, so that text measures the same on every machine.
 export FONTCONFIG_FILE=$here/fonts.conf
+# The user's locale in the prefix follows this: English, with a decimal point.
+export LC_ALL=C.UTF-8
 if [ "$graphics" = null ]; then
   unset DISPLAY WAYLAND_DISPLAY
 fi
