@@ -58,6 +58,13 @@ available() {
   fail "no package $1 in this release"
 }
 
+install_quietly() {
+  if ! apt install "$@" >"$cache_root/apt.log" 2>&1; then
+    cat "$cache_root/apt.log" >&2
+    fail "not installed: $*"
+  fi
+}
+
 install_packages() {
   local wanted=() line
   mapfile -t wanted < <(missing "$@")
@@ -69,10 +76,7 @@ install_packages() {
   local names=()
   for line in "${wanted[@]}"; do names+=("$(available "$line")"); done
   forbid_servers
-  if ! apt install "${names[@]}" >"$cache_root/apt.log" 2>&1; then
-    cat "$cache_root/apt.log" >&2
-    fail "the packages could not be installed"
-  fi
+  install_quietly "${names[@]}"
 }
 
 # The ordinary way to 32-bit Wine. Fails, and leaves the package system as it was, where the i386 packages
@@ -101,7 +105,7 @@ make_root() {
   mirror=$(apt-get indextargets --format '$(REPO_URI)' 'Created-By: Packages' 'Component: main' \
     "Codename: $suite" | awk '/^(https?|file):/ && !found { found = 1; print }')
   if [ -z "$mirror" ]; then fail "the apt sources name no mirror of $suite main"; fi
-  if ! command -v debootstrap >/dev/null; then apt install debootstrap; fi
+  if ! command -v debootstrap >/dev/null; then install_quietly debootstrap; fi
   eval "$(apt-config shell http_proxy Acquire::http::Proxy)"
   export http_proxy=${http_proxy:-}
   if grep -q " $partial/" /proc/mounts; then fail "$partial has mounts in it; unmount them first"; fi
