@@ -24,8 +24,8 @@ build/%/build.ninja: CMakePresets.json
 	@touch $@
 
 native native-release win32 win64: %: build/%/build.ninja ## build one tree (setup first)
-	@ninja -C build/$@ -t cleandead >/dev/null
 	cmake --build --preset $@ --parallel $(JOBS)
+	@ninja -C build/$@ -t cleandead >/dev/null # programs whose sources are gone must not run as tests
 
 gallery: ## build the library, show every control, leave build/gallery/*.png
 	@$(scripts)/setup.sh build wine
@@ -36,14 +36,14 @@ test: setup ## build everything, run every test; AREA="imaging win32/" runs a pa
 	@$(MAKE) --no-print-directory native win32 win64
 	@$(scripts)/run_tests.py $(AREA)
 
-tidy: ## clang-tidy over the portable half
+tidy: ## clang-tidy over the portable half and its tests
 	@$(scripts)/setup.sh build
 	@$(MAKE) --no-print-directory native
-	@$(scripts)/tidy.py
+	@$(scripts)/tidy.py --tests
 
 format: ## lay out all C++ files
 	@$(scripts)/setup.sh build
-	git ls-files -co --exclude-standard -z -- '*.cpp' '*.h' | xargs -0 -r clang-format -i
+	@$(scripts)/layout.py
 
 fuzz: ## fuzz every reader for FUZZ_SECONDS (60) each
 	@$(scripts)/setup.sh build

@@ -21,7 +21,7 @@ for source in "$source_root"/fuzz/*_fuzz.cpp; do
   if [ -d "$seeds" ]; then options+=("$seeds"); fi
   echo "== $name"
   # libFuzzer writes new inputs to the first folder and only reads the others.
-  if ! nice "$build_root/native/fuzz/$name" "$learnt" "${options[@]}" >"$findings/$name.log" 2>&1; then
+  if ! nice "$build_root/native/fuzz/${name}_fuzz" "$learnt" "${options[@]}" >"$findings/$name.log" 2>&1; then
     failed+=("$name")
     tail -n 60 "$findings/$name.log"
   else

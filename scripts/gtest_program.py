@@ -9,7 +9,6 @@ import re
 import process
 
 CRASHES_TOLERATED = 20
-KEPT_LINES = 60
 START = re.compile(r"\[ RUN      \] (\S+)$")
 END = re.compile(r"\[ +(OK|FAILED|SKIPPED) +\] ([^\s,]+).*\(\d+ ms\)$")
 FINISHED = re.compile(r"\[==========\] \d+ tests? from \d+ test (?:suites?|cases?) ran\.")
@@ -21,6 +20,7 @@ class GtestProgram:
 
     def __init__(self, command, flag_file, env, cwd):
         self.command, self.flag_file, self.env, self.cwd = command, flag_file, env, cwd
+        self.silence = 120  # seconds without output until the running case counts as hanging
         self.passed, self.failures, self.skipped = 0, [], []
         self.log = []
         self._done = []
@@ -32,13 +32,13 @@ class GtestProgram:
             crashed_in, status = self._run_once()
             if crashed_in is None:
                 break
-            self.failures.append((crashed_in, "\n".join(self._output[-KEPT_LINES:] + [process.describe(status)])))
+            self.failures.append((crashed_in, process.excerpt(self._output, status)))
             self._done.append(crashed_in)
             after_crash()
         else:
             self.failures.append(("(program)", f"given up after {CRASHES_TOLERATED} crashes"))
         if not self._done and not self.failures:
-            self.failures.append(("(program)", "\n".join(self._output[-KEPT_LINES:] + ["ran no test"])))
+            self.failures.append(("(program)", "\n".join([process.excerpt(self._output), "ran no test"])))
 
     def _run_once(self):
         """Answers (case it crashed in or None, exit status)."""
@@ -49,14 +49,14 @@ class GtestProgram:
             if self._done:
                 file.write("--gtest_filter=-" + ":".join(self._done) + "\n")
         status = process.run(self.command + ["--gtest_flagfile=" + os.path.abspath(self.flag_file)], self._line,
-                             env=self.env, cwd=self.cwd)
+                             env=self.env, cwd=self.cwd, silence=self.silence)
         if self._running:
             return self._running, status
         failed_cases = len(self.failures) > failures_before
         # A leak report or a crash at exit comes after the last case; a missing end line is an early exit.
         if not self._finished or status not in (0, 1) or (status == 1 and not failed_cases):
-            reason = process.describe(status) + ("" if self._finished else " before the end of the tests")
-            self.failures.append(("(program)", "\n".join(self._output[-KEPT_LINES:] + [reason])))
+            early = "" if self._finished else " before the end of the tests"
+            self.failures.append(("(program)", process.excerpt(self._output, status) + early))
         return None, status
 
     def _line(self, line):
@@ -72,7 +72,7 @@ class GtestProgram:
             self._output.append(line)
 
     def _case_ended(self, result, name):
-        text = "\n".join(self._output[-KEPT_LINES:])
+        text = process.excerpt(self._output)
         self._done.append(name)
         self._running, self._output = None, []
         if result == "OK":

@@ -16,34 +16,38 @@ def run(command, on_line, env=None, cwd=None, silence=120, total=900):
     """
     process = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
                                env=env, cwd=cwd, start_new_session=True)
-    end = time.monotonic() + total
+    start = heard = time.monotonic()
     rest = b""
     with process.stdout as stream, selectors.DefaultSelector() as selector:
         selector.register(stream, selectors.EVENT_READ)
         while True:
-            limit = min(silence, end - time.monotonic())
-            if limit <= 0 or not selector.select(limit):
-                os.killpg(process.pid, signal.SIGKILL)
-                process.wait()
-                return STATUS_TIME_LIMIT
-            chunk = os.read(stream.fileno(), 1 << 16)
-            if not chunk:
+            # Helpers that outlive the program (Wine's services) can hold the pipe open, so its end is not awaited.
+            ended = process.poll() is not None
+            if selector.select(0 if ended else 0.1):
+                chunk = os.read(stream.fileno(), 1 << 16)
+                if not chunk:
+                    break
+                *lines, rest = (rest + chunk).split(b"\n")
+                for line in lines:
+                    on_line(_text(line))
+                heard = time.monotonic()
+            elif ended:
                 break
-            *lines, rest = (rest + chunk).split(b"\n")
-            for line in lines:
-                on_line(_text(line))
+            now = time.monotonic()
+            if now - heard > silence or now - start > total:
+                return _kill(process)
     if rest:
         on_line(_text(rest))
-    return _wait(process, max(1, end - time.monotonic()))
-
-
-def _wait(process, seconds):
     try:
-        return process.wait(seconds)
+        return process.wait(silence)
     except subprocess.TimeoutExpired:
-        os.killpg(process.pid, signal.SIGKILL)
-        process.wait()
-        return STATUS_TIME_LIMIT
+        return _kill(process)
+
+
+def _kill(process):
+    os.killpg(process.pid, signal.SIGKILL)
+    process.wait()
+    return STATUS_TIME_LIMIT
 
 
 def _text(line):
@@ -57,3 +61,10 @@ def describe(status):
     if status < 0:
         return "killed by " + signal.Signals(-status).name
     return f"exit status {status}"
+
+
+def excerpt(lines, status=None):
+    """The beginning and the end of an output (a crash report says most at its beginning), then the exit status."""
+    if len(lines) > 70:
+        lines = lines[:45] + [f"... ({len(lines) - 65} lines)"] + lines[-20:]
+    return "\n".join(lines + ([] if status is None else [describe(status)]))

@@ -24,7 +24,7 @@ ROOT = SCRIPTS.parent
 BUILD = pathlib.Path(os.environ.get("KESTRELON_BUILD", ROOT / "build")).resolve()
 LOGS = BUILD / "test-logs"
 JOBS = int(os.environ.get("JOBS", "2"))
-NOT_APPLICABLE = 77  # exit status of a system test that says on its output why it does not apply here
+NOT_APPLICABLE = 77  # exit status of a test that says in its last line why it does not apply here
 
 
 class Result:
@@ -53,8 +53,10 @@ class Prefix:
     def keep_alive(self):
         """Starting the first process of a prefix takes seconds, so one that waits for input stays."""
         self.release()
-        self._keeper = subprocess.Popen([self.wrapper, "cmd"], stdin=subprocess.PIPE, stdout=subprocess.DEVNULL,
+        self._keeper = subprocess.Popen([self.wrapper, "cmd"], stdin=subprocess.PIPE, stdout=subprocess.PIPE,
                                         stderr=subprocess.DEVNULL, start_new_session=True)
+        if not self._keeper.stdout.read(1):  # its prompt: from here on the prefix is up
+            raise RuntimeError(f"{self.bits}-bit Wine does not start")
 
     def release(self):
         """Ends everything that runs in the prefix."""
@@ -89,7 +91,7 @@ def run_plain(command, name, accept=lambda status, lines: status == 0, **limits)
         return Result(skipped=[("", lines[-1])])
     if accept(status, lines):
         return Result(passed=1)
-    return Result(failures=[("", "\n".join(lines[-60:] + [process.describe(status)]))])
+    return Result(failures=[("", process.excerpt(lines, status))])
 
 
 def run_gtest(program, name, prefix=None):
@@ -106,13 +108,6 @@ def script_said_ok(status, lines):
     """An unhandled script error exits with 0, so a script states its success in its last line."""
     said = [line.strip() for line in lines if line.strip()]
     return status == 0 and bool(said) and said[-1] == "OK"
-
-
-def check_format(name):
-    listed = subprocess.run(["git", "ls-files", "-co", "--exclude-standard", "-z", "--", "*.cpp", "*.h"], cwd=ROOT,
-                            stdout=subprocess.PIPE, check=True).stdout.decode().split("\0")
-    files = [file for file in listed if file and (ROOT / file).exists()]
-    return run_plain(["clang-format", "--dry-run", "-Werror", *files], name)
 
 
 def discover(prefixes):
@@ -144,8 +139,8 @@ def discover(prefixes):
     for source in sorted((ROOT / "fuzz").glob("*_fuzz.cpp")):
         name = f"corpus/{source.stem.removesuffix('_fuzz')}"
         add(name, None, run_plain, [str(BUILD / "native/fuzz-replay" / name.split("/")[1])], name)
-    add("source/format", None, check_format, "source/format")
-    add("source/tidy", None, run_plain, [sys.executable, str(SCRIPTS / "tidy.py")], "source/tidy", silence=600, total=3600)
+    for name, command in (("source/format", ["layout.py", "--check"]), ("source/tidy", ["tidy.py"])):
+        add(name, None, run_plain, [sys.executable, str(SCRIPTS / command[0]), *command[1:]], name, silence=600, total=3600)
     return tests
 
 

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""clang-tidy over the portable half and its tests, two files at a time.
+"""clang-tidy over the portable half, with --tests over its tests, fuzzers and benchmarks as well.
 
 A file is looked at again only when it, something it includes, the settings or clang-tidy itself has changed since
 it was last found clean. Exit status 0: all clean.
@@ -11,6 +11,8 @@ import os
 import pathlib
 import subprocess
 import sys
+
+import llvm_tools
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 BUILD = pathlib.Path(os.environ.get("KESTRELON_BUILD", ROOT / "build")).resolve()
@@ -37,17 +39,22 @@ def digest(files, version):
     return state.hexdigest()
 
 
-def check(source):
-    done = subprocess.run(["clang-tidy", "--quiet", "-p", str(TREE), str(source)], stdout=subprocess.PIPE,
+def check(program, source):
+    done = subprocess.run([program, "--quiet", "-p", str(TREE), str(source)], stdout=subprocess.PIPE,
                           stderr=subprocess.PIPE, text=True, errors="replace", check=False)
     return done.returncode, done.stdout + (done.stderr if done.returncode else "")
 
 
-def main():
+def main(with_tests):
+    program = llvm_tools.find("clang-tidy")
+    if not program:
+        return llvm_tools.NOT_APPLICABLE
     compiled = json.loads((TREE / "compile_commands.json").read_text())
     sources = sorted({pathlib.Path(entry["file"]) for entry in compiled if entry["file"].startswith(str(ROOT))})
+    if not with_tests:
+        sources = [source for source in sources if source.relative_to(ROOT).parts[0] not in ("tests", "fuzz", "bench")]
     made_of = dependencies()
-    version = subprocess.run(["clang-tidy", "--version"], stdout=subprocess.PIPE, check=True).stdout
+    version = subprocess.run([program, "--version"], stdout=subprocess.PIPE, check=True).stdout
     CLEAN.mkdir(parents=True, exist_ok=True)
     waiting = {}
     for source in sources:
@@ -57,7 +64,7 @@ def main():
             waiting[source] = (stamp, now)
     failed = 0
     with concurrent.futures.ThreadPoolExecutor(JOBS) as pool:
-        for source, (status, text) in zip(waiting, pool.map(check, waiting)):
+        for source, (status, text) in zip(waiting, pool.map(lambda source: check(program, source), waiting)):
             stamp, now = waiting[source]
             if status == 0:
                 stamp.write_text(now)
@@ -71,4 +78,4 @@ def main():
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(main("--tests" in sys.argv[1:]))
