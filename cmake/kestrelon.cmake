@@ -29,8 +29,9 @@ function(kestrelon_target target)
       UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN STRICT _WIN32_WINNT=0x0601 WINVER=0x0601)
     # One floating point in both word sizes; SSE2 is the floor of the product.
     target_compile_options(${target} PUBLIC -msse2 -mfpmath=sse)
-    # The platform's own headers use the old casts.
-    target_compile_options(${target} PRIVATE -Wno-old-style-cast)
+    # The platform's own headers use the old casts, and COM interfaces can have no virtual
+    # destructor; deleting through one stays an error by -Wdelete-non-virtual-dtor.
+    target_compile_options(${target} PRIVATE -Wno-old-style-cast -Wno-non-virtual-dtor)
     target_link_options(${target} PUBLIC -static)
   endif()
 endfunction()
