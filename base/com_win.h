@@ -116,7 +116,7 @@ inline std::wstring to_wstring(BSTR text) {
 class Variant : public VARIANT {
  public:
   Variant() { VariantInit(this); }
-  Variant(const Variant& other) : Variant() { VariantCopy(this, &other); }
+  Variant(const Variant& other) : Variant() { VariantCopy(this, const_cast<Variant*>(&other)); }
   Variant(Variant&& other) noexcept : VARIANT(other) { VariantInit(&other); }
   Variant& operator=(Variant other) noexcept {
     std::swap(static_cast<VARIANT&>(*this), static_cast<VARIANT&>(other));
