@@ -65,6 +65,9 @@ HRESULT ControlSite::load(const ControlState& state) {
     if (const auto persist = control_.as<IPersistPropertyBag>())
       return persist->Load(state.bag, state.errors);
   }
+  if (state.storage) {
+    if (const auto persist = control_.as<IPersistStorage>()) return persist->Load(state.storage);
+  }
   if (const auto persist = control_.as<IPersistStreamInit>())
     return state.stream ? persist->Load(state.stream) : persist->InitNew();
   if (const auto persist = control_.as<IPersistPropertyBag>()) return persist->InitNew();

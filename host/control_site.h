@@ -27,6 +27,7 @@ struct ControlState {
   IPropertyBag* bag = nullptr;
   IErrorLog* errors = nullptr;
   IStream* stream = nullptr;
+  IStorage* storage = nullptr;
   // Not shown until Visible is set.
   bool hidden = false;
 };

@@ -34,7 +34,8 @@ TEST_F(WindowlessTest, PaintsInOrderOverTheFormAndLeavesTheRestTransparent) {
   form.set_ambient_back_color(RGB(10, 20, 30));
   // Each paints its left half: red up to 60, blue from 40 to 90.
   const auto red = add_probe(form, L"Red", windowless(kRed), nullptr, make_rect(20, 10, 80, 40));
-  const auto blue = add_probe(form, L"Blue", windowless(kBlue), nullptr, make_rect(40, 10, 100, 40));
+  const auto blue =
+      add_probe(form, L"Blue", windowless(kBlue), nullptr, make_rect(40, 10, 100, 40));
   bring_up(form);
   ASSERT_EQ(red->window(), nullptr);
   EXPECT_EQ(pixel(form, 30, 20), kRed);
@@ -53,7 +54,8 @@ TEST_F(WindowlessTest, PaintsInOrderOverTheFormAndLeavesTheRestTransparent) {
 TEST_F(WindowlessTest, MouseGoesToWhatIsHitAndCaptureHoldsIt) {
   Form form;
   const auto below = add_probe(form, L"Below", windowless(kRed), nullptr, make_rect(0, 0, 200, 60));
-  const auto above = add_probe(form, L"Above", windowless(kBlue), nullptr, make_rect(0, 0, 100, 60));
+  const auto above =
+      add_probe(form, L"Above", windowless(kBlue), nullptr, make_rect(0, 0, 100, 60));
   bring_up(form);
   mouse_away();
   ProbeControl* low = probe_of(below);
@@ -79,7 +81,8 @@ TEST_F(WindowlessTest, MouseGoesToWhatIsHitAndCaptureHoldsIt) {
 TEST_F(WindowlessTest, FocusMovesBetweenWindowlessAndWindowedByClickAndTab) {
   Form form;
   const auto first = add_probe(form, L"First", windowless(kRed), nullptr, make_rect(0, 0, 60, 40));
-  const auto second = add_probe(form, L"Second", windowless(kBlue), nullptr, make_rect(80, 0, 60, 40));
+  const auto second =
+      add_probe(form, L"Second", windowless(kBlue), nullptr, make_rect(80, 0, 60, 40));
   const auto third = add_probe(form, L"Third", {}, nullptr, make_rect(160, 0, 60, 40));
   bring_up(form);
   mouse_click(form.hwnd(), 90, 10);
