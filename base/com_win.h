@@ -34,6 +34,7 @@ class ComPtr {
 
   T* get() const { return object_; }
   T* operator->() const { return object_; }
+  T& operator*() const { return *object_; }
   explicit operator bool() const { return object_ != nullptr; }
 
   /// Releases. The pointer is empty before the object hears of it, so re-entry sees it gone.
