@@ -56,7 +56,7 @@ class ControlFrame : public AutomationObject,
   void set_font_strike_thru(bool value);
   double font_size();
   void set_font_size(double points);
-  OLE_HANDLE h_wnd() const { return static_cast<OLE_HANDLE>(reinterpret_cast<LONG_PTR>(window_)); }
+  long h_wnd() const { return static_cast<long>(reinterpret_cast<LONG_PTR>(window_)); }
 
   // IOleObject
   STDMETHODIMP SetClientSite(IOleClientSite* site) override;

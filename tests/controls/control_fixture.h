@@ -15,19 +15,13 @@
 #include "host/message_loop.h"
 #include "host/persistence.h"
 #include "host/property_bag.h"
+#include "tests/library_path.h"
 
 namespace kestrelon::host {
 
 /// The library as it was built, next to the test programs' folder; loaded once a process.
 inline ClassLibrary& library() {
-  static auto* const instance = [] {
-    wchar_t path[MAX_PATH];
-    GetModuleFileNameW(nullptr, path, MAX_PATH);
-    std::wstring folder(path);
-    folder.resize(folder.rfind(L'\\'));      // tests
-    folder.resize(folder.rfind(L'\\') + 1);  // the build tree
-    return new ClassLibrary(folder + L"kestrelon2012.ocx");
-  }();
+  static auto* const instance = new ClassLibrary(library_path());
   return *instance;
 }
 
@@ -41,7 +35,8 @@ class ControlTest : public testing::Test {
     form_.create_object = [](const std::wstring& prog_id) { return library().create(prog_id); };
   }
 
-  /// Places a control as a saved form does: with properties read from a bag (an empty one by default).
+  /// Places a control as a saved form does: with properties read from a bag (an empty one by
+  /// default).
   ComPtr<ControlSite> place(const std::wstring& class_name, const RECT& bounds,
                             PropertyBag* bag = nullptr) {
     ControlState state;
@@ -74,9 +69,7 @@ class ControlTest : public testing::Test {
   static void put(ControlSite& site, const wchar_t* name, const Variant& value) {
     put_property(site.control_dispatch().get(), name, value);
   }
-  static long number(ControlSite& site, const wchar_t* name) {
-    return to_long(get(site, name));
-  }
+  static long number(ControlSite& site, const wchar_t* name) { return to_long(get(site, name)); }
 
   Form form_;
 };

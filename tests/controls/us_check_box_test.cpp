@@ -44,8 +44,8 @@ TEST_F(CheckBoxTest, TogglesOnAClickAndTellsInOrder) {
 TEST_F(CheckBoxTest, TakesADoubleClickAsASecondPressWithoutASecondClick) {
   part_clicks();
   mouse_double_click(window(), 6, 15);
-  EXPECT_EQ(take_names(*site_), (Names{L"MouseEnter", L"MouseDown", L"MouseUp", L"Click",
-                                       L"MouseDown", L"MouseUp"}));
+  EXPECT_EQ(take_names(*site_),
+            (Names{L"MouseEnter", L"MouseDown", L"MouseUp", L"Click", L"MouseDown", L"MouseUp"}));
   EXPECT_EQ(number(*site_, L"Value"), 1);
 }
 
@@ -78,7 +78,8 @@ TEST_F(CheckBoxTest, TogglesWithTheSpaceKeyAndRaisesClickLast) {
   pump_for(20);
   take_log(*site_);
   key_press(VK_SPACE);
-  EXPECT_EQ(take_log(*site_), (Names{L"KeyDown(32, 0)", L"KeyPress(32)", L"KeyUp(32, 0)", L"Click"}));
+  EXPECT_EQ(take_log(*site_),
+            (Names{L"KeyDown(32, 0)", L"KeyPress(32)", L"KeyUp(32, 0)", L"Click"}));
   EXPECT_EQ(number(*site_, L"Value"), 1);
 }
 
