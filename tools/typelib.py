@@ -54,6 +54,13 @@ def name_hash(name: bytes) -> int:
     return value % 65599 & 0xFFFF
 
 
+def member_names(root: Path) -> set:
+    """Every member of every interface, as it is spelt."""
+    text = gather_text(root / "server/kestrelon2012.idl", root)
+    text = re.sub(r"//[^\n]*|/\*.*?\*/", "", text, flags=re.S)
+    return set(re.findall(r"\b(?:HRESULT|void)\s+(\w+)\s*\(", text))
+
+
 NAME_HASH, NAME_TABLE = 6, 7  # places in the segment directory
 
 
@@ -72,6 +79,7 @@ def finish(path: Path, root: Path) -> None:
     if hash_length != 512:
         sys.exit(f"{path}: unexpected name hash table")
     wanted = {name.encode() for name in enum_member_names(root)}
+    missing = {name.encode() for name in member_names(root)}
     chains = [-1] * 128
     position = 0
     while position < length:
@@ -81,6 +89,7 @@ def finish(path: Path, root: Path) -> None:
         name = bytes(data[at + 12 : at + 12 + size])
         if word >> 16 != name_hash(name):
             sys.exit(f"{path}: the hash of {name!r} is not as expected; nothing changed")
+        missing.discard(name)
         if name in wanted:
             wanted.discard(name)
             name = name.replace(b"_", b" ")
@@ -91,6 +100,9 @@ def finish(path: Path, root: Path) -> None:
         position += 12 + (size + 3 & ~3)
     if wanted:
         sys.exit(f"{path}: names not found: {wanted}")
+    if missing:
+        # The format keeps one spelling of a name for all letter cases, the first that was met.
+        sys.exit(f"{path}: another name in the library differs only by case from {missing}")
     struct.pack_into("<128i", data, hash_at, *chains)
     stamp = re.search(rb"Created by WIDL version [^\0]*? at ([A-Z][a-z]{2} [^\0]{20})", data)
     if stamp:
