@@ -6,8 +6,9 @@
 
 namespace kestrelon {
 
-/// The access key of a caption in lower case, or an empty text. The first single & that is not the last
-/// character marks it; a doubled && stands for itself and is passed over. Captions of one character have none.
+/// The access key of a caption in lower case, or an empty text. The first single & that is not the
+/// last character marks it; a doubled && stands for itself and is passed over. Captions of one
+/// character have none.
 std::wstring access_key_from_start(std::wstring_view caption);
 
 }  // namespace kestrelon
