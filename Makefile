@@ -4,7 +4,7 @@ SHELL := /bin/bash
 .DEFAULT_GOAL := help
 .DELETE_ON_ERROR:
 
-JOBS ?= $(shell nproc)
+export JOBS ?= $(shell nproc)
 AREA ?=
 FUZZ_SECONDS ?= 60
 scripts := scripts

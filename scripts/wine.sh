@@ -29,8 +29,18 @@ if [ "$graphics" = null ]; then
   unset DISPLAY WAYLAND_DISPLAY
 fi
 
+# Wine's own programs (regsvr32, cscript) take what begins with a slash for an option.
+arguments=("$@")
+if [[ ${1:-} != */* ]]; then
+  for i in "${!arguments[@]}"; do
+    if [[ ${arguments[i]} == /*/* && -e ${arguments[i]} ]]; then
+      arguments[i]=Z:${arguments[i]//\//\\}
+    fi
+  done
+fi
+
 program=$(wine_program "$bits" "${KESTRELON_WINE:-loader}")
 if [ "$bits" = 32 ] && [ "$(wine32_kind)" = root ]; then
-  exec unshare --mount --propagation private -- "$here/in_root.sh" "$wine32_root" "$program" "$@"
+  exec unshare --mount --propagation private -- "$here/in_root.sh" "$wine32_root" "$program" "${arguments[@]}"
 fi
-exec "$program" "$@"
+exec "$program" "${arguments[@]}"

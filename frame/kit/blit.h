@@ -22,4 +22,15 @@ void blit(const PixelView& target, const CopyArea& area, const PixelView& source
 void masked_blit(const PixelView& target, const CopyArea& area, const PixelView& source,
                  ColorRef key);
 
+/// Fills `area` of the target with the part `from` of the source, one source pixel for each target
+/// pixel: the one under its centre, on a border between two the one to the left or above. Enlarging
+/// gives the pixels that GDI gives in the mode COLORONCOLOR. Nothing is drawn unless `from` lies
+/// inside the source. The views must not overlap.
+void stretch_blit(const PixelView& target, const PixelRect& area, const PixelView& source,
+                  const PixelRect& from);
+
+/// Fills `area` with copies of the source, laid so that one begins at (-origin_x, -origin_y).
+void tile_area(const PixelView& target, const PixelRect& area, const PixelView& source,
+               int origin_x, int origin_y);
+
 }  // namespace kestrelon

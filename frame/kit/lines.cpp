@@ -95,7 +95,9 @@ void DrawLineTo(const PixelView& view, ColorRef color, int x1, int y1, int x2, i
 void DrawFrame(const PixelView& view, ColorRef color, int left, int top, int right, int bottom) {
   if (left > right) std::swap(left, right);
   if (top > bottom) std::swap(top, bottom);
-  if (left == right || top == bottom) return;
+  const int64_t width = int64_t{right} - left;
+  const int64_t height = int64_t{bottom} - top;
+  if (width == 0 || height == 0 || (width == 1 && height == 1)) return;
   const uint32_t pixel = to_pixel(color);
   level_line(view, pixel, top, Run(left, right));
   level_line(view, pixel, bottom - 1, Run(left, right));
@@ -105,6 +107,40 @@ void DrawFrame(const PixelView& view, ColorRef color, int left, int top, int rig
 
 void set_pixel(const PixelView& view, int x, int y, ColorRef color) {
   if (x >= 0 && x < view.width && y >= 0 && y < view.height) view.row(y)[x] = to_pixel(color);
+}
+
+void draw_focus_rect(const PixelView& view, const PixelRect& area) {
+  const PixelRect box = {std::min(area.left, area.right), std::min(area.top, area.bottom),
+                         std::max(area.left, area.right), std::max(area.top, area.bottom)};
+  const PixelRect seen = intersect(box, view.bounds());
+  if (seen.empty()) return;
+  const int right = box.right - 1;
+  const int bottom = box.bottom - 1;
+  const auto invert = [&](int x, int y) {
+    if (x >= seen.left && x < seen.right && y >= seen.top && y < seen.bottom)
+      view.row(y)[x] ^= kColorBits;
+  };
+  const bool ends_alike = ((right ^ box.top ^ box.left ^ bottom) & 1) == 0;
+  if (box.left == right || box.top == bottom) {
+    if (box.left == right && box.top == bottom) return;
+    invert(right, box.top);
+    if (ends_alike) invert(box.left, bottom);
+    return;
+  }
+  // Dots lie where the sum of column and row is as even as at the top right.
+  const auto first_dot = [&](int from, int across) {
+    return from + ((from ^ across ^ right ^ box.top) & 1);
+  };
+  for (const int y : {box.top, bottom}) {
+    if (y < seen.top || y >= seen.bottom) continue;
+    for (int x = first_dot(seen.left, y); x < seen.right; x += 2) view.row(y)[x] ^= kColorBits;
+  }
+  const int upper = std::max(seen.top, box.top + 1);
+  const int lower = std::min(seen.bottom, bottom);
+  for (const int x : {box.left, right}) {
+    if (x < seen.left || x >= seen.right) continue;
+    for (int y = first_dot(upper, x); y < lower; y += 2) view.row(y)[x] ^= kColorBits;
+  }
 }
 
 }  // namespace kestrelon

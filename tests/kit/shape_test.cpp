@@ -41,5 +41,45 @@ TEST(MaskToRects, CoversExactlyWhatDiffersAtEveryWidth) {
   }
 }
 
+TEST(RoundRect, RowsStandBackAsTheEllipseDoes) {
+  EXPECT_EQ(round_rect_to_rects(11, 10, 3, 3), (Rects{{1, 0, 9, 1}, {0, 1, 10, 8}, {1, 8, 9, 9}}));
+  EXPECT_EQ(round_rect_to_rects(11, 10, 6, 6),
+            (Rects{{2, 0, 8, 1}, {1, 1, 9, 2}, {0, 2, 10, 7}, {1, 7, 9, 8}, {2, 8, 8, 9}}));
+  EXPECT_EQ(round_rect_to_rects(11, 10, 1, 6), (Rects{{0, 0, 10, 9}}));
+}
+
+TEST(RoundRect, EveryShapeIsConvexSymmetricAndWithoutGaps) {
+  for (int width = 2; width < 26; ++width)
+    for (int height = 2; height < 26; ++height)
+      for (int across = 1; across < 27; across += 3)
+        for (int down = 1; down < 27; down += 2) {
+          const Rects rects = round_rect_to_rects(width, height, across, down);
+          ASSERT_EQ(rects.front().top, 0);
+          ASSERT_EQ(rects.back().bottom, height - 1);
+          for (size_t i = 0; i < rects.size(); ++i) {
+            const PixelRect& r = rects[i];
+            const PixelRect& opposite = rects[rects.size() - 1 - i];
+            ASSERT_FALSE(r.empty()) << width << ',' << height << ' ' << across << ',' << down;
+            ASSERT_EQ(r.left + r.right, width - 1);
+            ASSERT_EQ(r.left, opposite.left);
+            ASSERT_EQ(r.top + opposite.bottom, height - 1);
+            if (i == 0) continue;
+            ASSERT_EQ(r.top, rects[i - 1].bottom);
+            if (i <= rects.size() / 2) {
+              ASSERT_LT(r.left, rects[i - 1].left);
+            }
+          }
+        }
+}
+
+TEST(RoundRect, TinyAndEnormousSizesHold) {
+  for (const int side : {INT32_MIN, -1, 0, 1})
+    EXPECT_TRUE(round_rect_to_rects(side, 5, 3, 3).empty());
+  EXPECT_EQ(round_rect_to_rects(2, 2, 3, 3), (Rects{{0, 0, 1, 1}}));
+  const Rects huge = round_rect_to_rects(INT32_MAX, INT32_MAX, INT32_MIN, INT32_MAX);
+  for (size_t i = 1; i < huge.size(); ++i) ASSERT_EQ(huge[i].top, huge[i - 1].bottom);
+  EXPECT_EQ(huge.back().bottom, INT32_MAX - 1);
+}
+
 }  // namespace
 }  // namespace kestrelon
