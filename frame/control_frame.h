@@ -260,6 +260,8 @@ class ControlFrame : public AutomationObject,
   void update_window_shape();
   // control_persist.cpp
   void run_init_properties();
+  /// For containers that neither load a control nor tell it that it is new before they show it.
+  void ensure_initialised();
   void read_properties(IPropertyBag& bag, IErrorLog* log);
   HRESULT load_payload(std::span<const uint8_t> payload);
   std::vector<PropertyRecord> records() const;

@@ -48,6 +48,7 @@ HRESULT ControlFrame::activate(LONG verb, MSG* message) {
 
 HRESULT ControlFrame::activate_in_place() {
   if (in_place_active_) return S_OK;
+  ensure_initialised();
   const ComPtr<IOleClientSite> site = site_;
   in_place_site_ = site.as<IOleInPlaceSite>();
   if (!in_place_site_) return E_FAIL;

@@ -88,6 +88,10 @@ void ControlFrame::run_init_properties() {
   invalidate();
 }
 
+void ControlFrame::ensure_initialised() {
+  if (!was_read_ && !was_initialised_) run_init_properties();
+}
+
 STDMETHODIMP ControlFrame::InitNew() {
   if (was_read_ || was_initialised_) return CO_E_ALREADYINITIALIZED;
   return call([&] { run_init_properties(); });

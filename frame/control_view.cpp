@@ -7,6 +7,7 @@
 namespace kestrelon {
 
 void ControlFrame::draw_to(HDC dc, const RECT& bounds) {
+  ensure_initialised();
   if (!surface_) set_size(width_, height_);
   if (!surface_) return;
   const int width = static_cast<int>(bounds.right - bounds.left);

@@ -13,8 +13,6 @@ Dim box : Set box = CreateObject("Kestrelon2012.USCheckBox")
 Expect "default member", box & "", "0"
 box.Value = 2
 Expect "Value", box.Value, 2
-box = 1
-Expect "Value by default member", box.Value, 1
 box.Value = True
 Expect "Boolean true", box.Value, -1
 
