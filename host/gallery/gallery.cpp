@@ -1,5 +1,6 @@
 // gallery.exe: a page for every control. Without arguments it shows a window; `--shot DIR` writes
-// one PNG a page, `--page NAME` limits that or opens the window at a page, `--list` names the pages.
+// one PNG a page, `--page NAME` limits that or opens the window at a page, `--list` names the
+// pages.
 #include <windows.h>
 //
 #include <ole2.h>
@@ -50,22 +51,31 @@ bool same_name(const std::wstring& a, const std::wstring& b) {
   return lower_case(a) == lower_case(b);
 }
 
-int shoot(const Options& options) {
+// Takes the picture of a form as it stands without pointer and focus.
+void shoot_form(Form& form, const std::wstring& path) {
+  for (const auto& item : form.all_items()) item->tab_stop = false;
+  bring_up(form);
+  mouse_away();
+  pump_for(100);
+  save_png(client_picture(form.hwnd()), path);
+}
+
+int shoot_pages(const Options& options) {
   int taken = 0;
   quicken_mouse_leave();
   for (const PageEntry& entry : pages()) {
     if (!options.page.empty() && !same_name(options.page, entry.name)) continue;
-    Form form({.name = L"Page", .caption = entry.name, .width = kWholeWidth, .height = 700,
+    Form form({.name = L"Page",
+               .caption = entry.name,
+               .width = kWholeWidth,
+               .height = 700,
                .border = FormBorder::kNone});
     form.create_object = create_control;
     form.set_ambient_back_color(look::kPaper);
     Page page(form, form);
     entry.build(page);
     form.set_client_size(kWholeWidth, page.y() + look::kMargin);
-    bring_up(form);
-    mouse_away();
-    pump_for(100);
-    save_png(client_picture(form.hwnd()), options.shot_folder + L"\\" + entry.name + L".png");
+    shoot_form(form, options.shot_folder + L"\\" + entry.name + L".png");
     ++taken;
   }
   return taken > 0 ? 0 : 1;
@@ -105,6 +115,8 @@ class GalleryWindow {
     show_page(index);
   }
 
+  Form& form() { return form_; }
+
   int run() {
     form_.show();
     return run_message_loop();
@@ -116,8 +128,8 @@ class GalleryWindow {
     if (box_) form_.remove(*box_.get());
     RECT client = {};
     GetClientRect(form_.hwnd(), &client);
-    box_ = form_.add_frame(L"PageBox", make_rect(kSideWidth, 0, client.right - kSideWidth,
-                                                 client.bottom));
+    box_ = form_.add_frame(L"PageBox",
+                           make_rect(kSideWidth, 0, client.right - kSideWidth, client.bottom));
     box_->set_border(false);
     POINT pointer = {};
     GetCursorPos(&pointer);
@@ -159,8 +171,7 @@ class GalleryWindow {
         return true;
       case WM_SIZE:
         if (list_) MoveWindow(list_, 0, 0, kSideWidth, HIWORD(lparam), TRUE);
-        if (box_)
-          box_->move(make_rect(kSideWidth, 0, LOWORD(lparam) - kSideWidth, HIWORD(lparam)));
+        if (box_) box_->move(make_rect(kSideWidth, 0, LOWORD(lparam) - kSideWidth, HIWORD(lparam)));
         return false;
       case WM_DESTROY:
         PostQuitMessage(0);
@@ -181,9 +192,15 @@ class GalleryWindow {
 
 int run(const Options& options) {
   open_library();
-  if (!options.shot_folder.empty()) return shoot(options);
+  const bool shooting = !options.shot_folder.empty();
+  if (shooting && shoot_pages(options) != 0) return 1;
+  if (shooting && !options.page.empty()) return 0;
   GalleryWindow window;
   window.open(options.page);
+  if (shooting) {
+    shoot_form(window.form(), options.shot_folder + L"\\gallery.png");
+    return 0;
+  }
   return window.run();
 }
 

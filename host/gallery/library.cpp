@@ -35,7 +35,9 @@ void open_library() {
   }
 }
 
-void close_library() { loaded().reset(); }
+void close_library() {
+  loaded().reset();
+}
 
 ComPtr<IUnknown> create_control(const std::wstring& prog_id) {
   if (loaded()) return loaded()->create(prog_id);

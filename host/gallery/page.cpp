@@ -53,17 +53,16 @@ class Stage {
   }
 
   Picture take(const std::wstring& prog_id, Situation situation, const Prepare& prepare) {
-    // Loaded from an empty bag: a control that was saved and opened again, which reacts to the mouse.
+    // Loaded from an empty bag: a control that was saved and opened again, which reacts to the
+    // mouse.
     const auto bag = make_com<PropertyBag>();
     const auto site = form_.add_control(prog_id, L"", area_, nullptr, {.bag = bag.get()});
     if (prepare) prepare(site->dispatch());
     site->tab_stop = situation == Situation::kFocused;
-    const int x = (area_.left + area_.right) / 2;
-    const int y = (area_.top + area_.bottom) / 2;
     bring_up(form_);
     mouse_move(form_.hwnd(), 1, 1);
     if (situation == Situation::kOver || situation == Situation::kPressed)
-      mouse_move(form_.hwnd(), x, y);
+      mouse_move(form_.hwnd(), spot_on(*site.get()).x, spot_on(*site.get()).y);
     if (situation == Situation::kPressed) mouse_down();
     pump_for(30);
     const Picture picture = client_picture(form_.hwnd()).part(area_);
@@ -75,6 +74,21 @@ class Stage {
   }
 
  private:
+  // A point of the form where the control is hit: its middle, or, where the window has holes, the
+  // first such point from the left at that height.
+  POINT spot_on(const ControlSite& site) const {
+    const int y = (area_.top + area_.bottom) / 2;
+    const POINT middle = {(area_.left + area_.right) / 2, y};
+    const auto hits = [&](POINT at) {
+      ClientToScreen(form_.hwnd(), &at);
+      return !site.window() || WindowFromPoint(at) == site.window();
+    };
+    if (hits(middle)) return middle;
+    for (LONG x = area_.left; x < area_.right; ++x)
+      if (hits({x, y})) return {x, y};
+    return middle;
+  }
+
   static constexpr int kEdge = 6;
   Form form_;
   RECT area_;
@@ -153,8 +167,7 @@ void Page::state_table(const std::wstring& prog_id, int cell_width, int cell_hei
            TextStyle::kSmall);
     int y = y_ + 38;
     for (const Variation& row : rows) {
-      if (theme == 0)
-        text(make_rect(look::kMargin, y, kLabelWidth, cell_height), row.label);
+      if (theme == 0) text(make_rect(look::kMargin, y, kLabelWidth, cell_height - 4), row.label);
       for (int state = 0; state < 4; ++state) {
         const Prepare prepare = [&](IDispatch* control) {
           put_property(control, L"Theme", Variant(static_cast<long>(theme)));

@@ -21,15 +21,26 @@ void marks(Page& page) {
   constexpr int kMark = 13;
   constexpr int kScale = 4;
   constexpr int kStep = 56;
-  constexpr const wchar_t* kLooks[] = {L"vazio",     L"sobre",     L"pressão", L"marc. sobre",
-                                       L"marcado",   L"reserva",   L"pressão", L"reserva",
-                                       L"reserva",   L"indeterm.", L"sobre",   L"pressão",
-                                       L"vazio in.", L"marc. in.", L"ind. in."};
+  struct Group {
+    const wchar_t* label;
+    int looks;
+  };
+  constexpr Group kGroups[] = {
+      {L"Não marcado", 3}, {L"Marcado", 6}, {L"Indeterminado", 3}, {L"Inativo", 3}};
+  constexpr const wchar_t* kLooks[] = {L"normal",  L"sobre",   L"pressão", L"sobre",   L"normal",
+                                       L"(livre)", L"pressão", L"(livre)", L"(livre)", L"normal",
+                                       L"sobre",   L"pressão", L"vazio",   L"marcado", L"indet."};
   const Picture strip = library_bitmap(IDB_CHECK_MARKS);
   if (!strip) return;
+  int group_left = look::kMargin;
+  for (const Group& group : kGroups) {
+    page.text(make_rect(group_left, page.y(), group.looks * kStep, 16), group.label);
+    group_left += group.looks * kStep;
+  }
+  page.skip(17);
   for (int row = 0; row < 15; ++row)
-    page.text(make_rect(look::kMargin + row * kStep - 2, page.y(), kStep, 14), kLooks[row],
-              TextStyle::kCentred);
+    page.text(make_rect(look::kMargin + row * kStep, page.y(), kStep, 14), kLooks[row],
+              TextStyle::kSmall);
   page.skip(18);
   for (int column = 0; column < 2; ++column) {
     for (int row = 0; row < 15; ++row) {
@@ -54,9 +65,11 @@ void looks(Page& page) {
                  with_value(1, L"Marca à &direita")(control);
                  put_property(control, L"Alignment", Variant(1L));
                });
-  page.control(kProgId, make_rect(column(1), y, kSize.right, 52),
-               with_value(0, L"Enviar a nota fiscal eletrônica por e-mail ao cliente e ao contador"));
-  const Picture focus = page.snapshot(kProgId, kSize.right, kSize.bottom, Situation::kFocused, focused);
+  page.control(
+      kProgId, make_rect(column(1), y, kSize.right, 52),
+      with_value(0, L"Enviar a nota fiscal eletrônica por e-mail ao cliente e ao contador"));
+  const Picture focus =
+      page.snapshot(kProgId, kSize.right, kSize.bottom, Situation::kFocused, focused);
   page.picture(column(2), y, focus);
   page.control(kProgId, make_rect(column(2), y + 28, kSize.right, kSize.bottom),
                [](IDispatch* control) {
@@ -77,10 +90,15 @@ void looks(Page& page) {
                    put_property(control, L"BackStyle", Variant(style));
                  });
   page.skip(62);
-  const Picture over = page.snapshot(kProgId, 104, 22, Situation::kOver, with_value(0, L"&Sobre"));
-  const Picture checked = page.snapshot(kProgId, 96, 22, Situation::kAway, with_value(1, L"&Marcado"));
-  page.picture(look::kMargin, page.y(), over, 4);
-  page.picture(look::kMargin + 430, page.y(), checked, 4);
+  constexpr Situation kSituations[] = {Situation::kOver, Situation::kPressed, Situation::kOver};
+  for (long theme = 0; theme < 3; ++theme) {
+    const Prepare prepare = [theme](IDispatch* control) {
+      with_value(theme == 1 ? 2 : 1, L"&Ativo")(control);
+      put_property(control, L"Theme", Variant(theme));
+    };
+    page.picture(look::kMargin + static_cast<int>(theme) * 292, page.y(),
+                 page.snapshot(kProgId, 60, 22, kSituations[theme], prepare), 4);
+  }
   page.skip(92);
 }
 
@@ -93,7 +111,8 @@ void build_us_check_box_page(Page& page) {
                    {{L"Não marcado", with_value(0, L"Sim")},
                     {L"Marcado", with_value(1, L"Sim")},
                     {L"Indeterminado", with_value(2, L"Sim")}});
-  page.section(L"As quinze marcas: Office e Windows 8, quatro vezes ampliadas e no tamanho natural");
+  page.section(
+      L"As quinze marcas: Office e Windows 8, quatro vezes ampliadas e no tamanho natural");
   marks(page);
   page.section(L"Alinhamento, quebra de linha, foco, fundo; ampliação de quatro vezes");
   looks(page);
