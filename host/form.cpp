@@ -57,6 +57,7 @@ Form::Form(const FormOptions& options) : name_(options.name), border_(options.bo
 Form::~Form() {
   unregister_form(*this);
   on_event = nullptr;
+  message_filter = nullptr;
   on_control_event = nullptr;
   close_all();
   object_->detach();
@@ -113,6 +114,9 @@ bool Form::unload(int mode) {
 }
 
 LRESULT Form::on_message(UINT message, WPARAM wparam, LPARAM lparam) {
+  LRESULT filtered = 0;
+  if (const auto filter = message_filter; filter && filter(message, wparam, lparam, filtered))
+    return filtered;
   switch (message) {
     case WM_CLOSE:
       unload(0);

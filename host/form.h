@@ -13,6 +13,7 @@
 #include "host/ambients.h"
 #include "host/container_window.h"
 #include "host/control_site.h"
+#include "host/drawn_item.h"
 #include "host/frame_box.h"
 
 namespace kestrelon::host {
@@ -63,6 +64,9 @@ class Form final : public ContainerWindow {
                                  const ControlState& state = {});
   ComPtr<FrameBox> add_frame(const std::wstring& name, const RECT& bounds,
                              ContainerWindow* box = nullptr);
+  // An item that `painter` draws, named by a number.
+  ComPtr<DrawnItem> add_drawing(const RECT& bounds, DrawnItem::Painter painter,
+                                ContainerWindow* box = nullptr);
   void remove(FormItem& item);
   void remove_items_of(ContainerWindow& box);
   // In the order of their making.
@@ -103,6 +107,9 @@ class Form final : public ContainerWindow {
   // its controls.
   EventHandler on_event;
   std::function<void(ControlSite&, const std::wstring&, DISPPARAMS&)> on_control_event;
+
+  // Offered each message of the form's window first; true when it is done with.
+  std::function<bool(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result)> message_filter;
 
   // Keys. translate() answers true when the message is done with; see host/message_loop.h.
   bool translate(MSG& message);

@@ -64,6 +64,14 @@ ComPtr<FrameBox> Form::add_frame(const std::wstring& name, const RECT& bounds,
   return frame;
 }
 
+ComPtr<DrawnItem> Form::add_drawing(const RECT& bounds, DrawnItem::Painter painter,
+                                    ContainerWindow* box) {
+  const auto drawing = make_com<DrawnItem>(*this, box ? *box : *this, free_name(L"", L"Drawing"),
+                                           bounds, std::move(painter));
+  enlist(*drawing.get());
+  return drawing;
+}
+
 void Form::enlist(FormItem& item) {
   all_.emplace_back(&item);
   tab_order_.push_back(&item);

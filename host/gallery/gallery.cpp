@@ -1,0 +1,234 @@
+// gallery.exe: a page for every control. Without arguments it shows a window; `--shot DIR` writes
+// one PNG a page, `--page NAME` limits that or opens the window at a page, `--list` names the
+// pages.
+#include <windows.h>
+//
+#include <ole2.h>
+
+#include <cstdio>
+#include <cwchar>
+#include <memory>
+
+#include "host/gallery/library.h"
+#include "host/gallery/page.h"
+#include "host/input.h"
+#include "host/late_bound.h"
+#include "host/message_loop.h"
+
+namespace kestrelon::host {
+namespace {
+
+constexpr int kSideWidth = 190;
+constexpr int kWholeWidth = look::kPageWidth + 2 * look::kMargin;
+constexpr int kListId = 100;
+constexpr int kRowHeight = 28;
+
+struct Options {
+  std::wstring shot_folder;
+  std::wstring page;
+  bool list = false;
+  bool wrong = false;
+};
+
+Options parse(int argc, wchar_t** argv) {
+  Options out;
+  for (int i = 1; i < argc; ++i) {
+    const std::wstring word = argv[i];
+    const bool more = i + 1 < argc;
+    if (word == L"--shot" && more)
+      out.shot_folder = argv[++i];
+    else if (word == L"--page" && more)
+      out.page = argv[++i];
+    else if (word == L"--list")
+      out.list = true;
+    else
+      out.wrong = true;
+  }
+  return out;
+}
+
+bool same_name(const std::wstring& a, const std::wstring& b) {
+  return lower_case(a) == lower_case(b);
+}
+
+// Takes the picture of a form as it stands without pointer and focus.
+void shoot_form(Form& form, const std::wstring& path) {
+  for (const auto& item : form.all_items()) item->tab_stop = false;
+  bring_up(form);
+  mouse_away();
+  pump_for(100);
+  save_png(client_picture(form.hwnd()), path);
+}
+
+int shoot_pages(const Options& options) {
+  int taken = 0;
+  quicken_mouse_leave();
+  for (const PageEntry& entry : pages()) {
+    if (!options.page.empty() && !same_name(options.page, entry.name)) continue;
+    Form form({.name = L"Page",
+               .caption = entry.name,
+               .width = kWholeWidth,
+               .height = 700,
+               .border = FormBorder::kNone});
+    form.create_object = create_control;
+    form.set_ambient_back_color(look::kPaper);
+    Page page(form, form);
+    entry.build(page);
+    form.set_client_size(kWholeWidth, page.y() + look::kMargin);
+    shoot_form(form, options.shot_folder + L"\\" + entry.name + L".png");
+    ++taken;
+  }
+  return taken > 0 ? 0 : 1;
+}
+
+// The window with the list of pages at its left and one page at its right.
+class GalleryWindow {
+ public:
+  GalleryWindow()
+      : form_({.name = L"Gallery",
+               .caption = L"Kestrelon",
+               .width = kSideWidth + kWholeWidth,
+               .height = 700}) {
+    form_.create_object = create_control;
+    form_.set_ambient_back_color(look::kPaper);
+    form_.message_filter = [this](UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result) {
+      return on_message(message, wparam, lparam, result);
+    };
+    RECT client = {};
+    GetClientRect(form_.hwnd(), &client);
+    list_ = CreateWindowExW(0, L"LISTBOX", L"",
+                            WS_CHILD | WS_VISIBLE | WS_TABSTOP | LBS_NOTIFY | LBS_HASSTRINGS |
+                                LBS_OWNERDRAWFIXED | LBS_NOINTEGRALHEIGHT,
+                            0, 0, kSideWidth, client.bottom, form_.hwnd(),
+                            reinterpret_cast<HMENU>(static_cast<INT_PTR>(kListId)),
+                            GetModuleHandleW(nullptr), nullptr);
+    SendMessageW(list_, LB_SETITEMHEIGHT, 0, kRowHeight);
+    for (const PageEntry& entry : pages())
+      SendMessageW(list_, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(entry.name));
+  }
+
+  void open(const std::wstring& name) {
+    int index = 0;
+    for (size_t i = 0; i < pages().size(); ++i)
+      if (same_name(name, pages()[i].name)) index = static_cast<int>(i);
+    SendMessageW(list_, LB_SETCURSEL, static_cast<WPARAM>(index), 0);
+    show_page(index);
+  }
+
+  Form& form() { return form_; }
+
+  int run() {
+    form_.show();
+    return run_message_loop();
+  }
+
+ private:
+  void show_page(int index) {
+    if (index < 0 || index >= static_cast<int>(pages().size())) return;
+    if (box_) form_.remove(*box_.get());
+    RECT client = {};
+    GetClientRect(form_.hwnd(), &client);
+    box_ = form_.add_frame(L"PageBox",
+                           make_rect(kSideWidth, 0, client.right - kSideWidth, client.bottom));
+    box_->set_border(false);
+    POINT pointer = {};
+    GetCursorPos(&pointer);
+    Page page(form_, *box_.get());
+    pages()[static_cast<size_t>(index)].build(page);
+    // The pictures of states borrowed the pointer.
+    SetCursorPos(pointer.x, pointer.y);
+    SetForegroundWindow(form_.hwnd());
+  }
+
+  void draw_row(const DRAWITEMSTRUCT& row) const {
+    if (row.itemID >= pages().size()) return;
+    const bool selected = (row.itemState & ODS_SELECTED) != 0;
+    SetBkColor(row.hDC, selected ? look::kPaper : look::kSide);
+    ExtTextOutW(row.hDC, 0, 0, ETO_OPAQUE, &row.rcItem, nullptr, 0, nullptr);
+    if (selected) {
+      RECT mark = row.rcItem;
+      mark.right = mark.left + 4;
+      SetBkColor(row.hDC, look::kAccent);
+      ExtTextOutW(row.hDC, 0, 0, ETO_OPAQUE, &mark, nullptr, 0, nullptr);
+    }
+    RECT place = row.rcItem;
+    place.left += 16;
+    draw_text(row.hDC, place, pages()[row.itemID].name, TextStyle::kLabel);
+  }
+
+  bool on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result) {
+    switch (message) {
+      case WM_COMMAND:
+        if (LOWORD(wparam) != kListId || HIWORD(wparam) != LBN_SELCHANGE) return false;
+        show_page(static_cast<int>(SendMessageW(list_, LB_GETCURSEL, 0, 0)));
+        return true;
+      case WM_DRAWITEM:
+        draw_row(*reinterpret_cast<const DRAWITEMSTRUCT*>(lparam));
+        result = TRUE;
+        return true;
+      case WM_CTLCOLORLISTBOX:
+        result = reinterpret_cast<LRESULT>(side_brush_.get());
+        return true;
+      case WM_SIZE:
+        if (list_) MoveWindow(list_, 0, 0, kSideWidth, HIWORD(lparam), TRUE);
+        if (box_) box_->move(make_rect(kSideWidth, 0, LOWORD(lparam) - kSideWidth, HIWORD(lparam)));
+        return false;
+      case WM_DESTROY:
+        PostQuitMessage(0);
+        return false;
+      default:
+        return false;
+    }
+  }
+
+  struct BrushDeleter {
+    void operator()(HBRUSH brush) const { DeleteObject(brush); }
+  };
+  std::unique_ptr<HBRUSH__, BrushDeleter> side_brush_{CreateSolidBrush(look::kSide)};
+  HWND list_ = nullptr;
+  ComPtr<FrameBox> box_;
+  Form form_;
+};
+
+int run(const Options& options) {
+  open_library();
+  const bool shooting = !options.shot_folder.empty();
+  if (shooting && shoot_pages(options) != 0) return 1;
+  if (shooting && !options.page.empty()) return 0;
+  GalleryWindow window;
+  window.open(options.page);
+  if (shooting) {
+    shoot_form(window.form(), options.shot_folder + L"\\gallery.png");
+    return 0;
+  }
+  return window.run();
+}
+
+}  // namespace
+}  // namespace kestrelon::host
+
+int wmain(int argc, wchar_t** argv) {
+  using namespace kestrelon::host;
+  const Options options = parse(argc, argv);
+  if (options.wrong) {
+    std::fputs("gallery [--list] [--shot DIR] [--page NAME]\n", stderr);
+    return 2;
+  }
+  if (options.list) {
+    for (const PageEntry& entry : pages()) std::printf("%ls\n", entry.name);
+    return 0;
+  }
+  OleInitialize(nullptr);
+  int code = 1;
+  try {
+    code = run(options);
+  } catch (const kestrelon::ComError& error) {
+    std::fprintf(stderr, "gallery: %ls (%08lx)\n", error.description.c_str(),
+                 static_cast<unsigned long>(error.hr));
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "gallery: %s\n", error.what());
+  }
+  close_library();
+  OleUninitialize();
+  return code;
+}

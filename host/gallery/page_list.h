@@ -1,0 +1,10 @@
+// The builders of the pages, one file each.
+#pragma once
+
+namespace kestrelon::host {
+
+class Page;
+
+void build_us_check_box_page(Page& page);
+
+}  // namespace kestrelon::host
