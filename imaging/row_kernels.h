@@ -24,13 +24,19 @@ struct GrayWeights {
   std::array<int16_t, 3> deviation{};
 };
 
-/// Where a destination column of a bilinear row takes its value from: v[index] * near + v[index +
-/// 1]
-/// * far. The weights include the division by the whole denominator.
+/// Where a destination column of a bilinear row takes its value from: the pixels at `index` and
+/// `index` + 1, both inside the row. The weights include the division by the whole denominator.
 template <class Real>
 struct ColumnWeight {
   uint32_t index;
   Real near, far;
+};
+
+/// Two source rows, bytes weighed by upper_weight and lower_weight (0 or above, sum at most 32767).
+struct RowPair {
+  const uint8_t* upper;
+  const uint8_t* lower;
+  int32_t upper_weight, lower_weight;
 };
 
 /// A run along a rotated row: positions in the source in units of 2^-32 pixels, all inside it.
@@ -54,17 +60,15 @@ struct RowKernels {
   void (*gray)(uint8_t* dst, const uint8_t* src, size_t count, const GrayWeights& weights);
   /// Whole pixels in reverse order; the runs do not overlap.
   void (*reverse)(uint8_t* dst, const uint8_t* src, size_t count);
-  /// out[i] = upper[i] * upper_weight + lower[i] * lower_weight, exactly; the weights sum to at
-  /// most 32767. `count` is in bytes.
-  void (*mix_rows)(float* out, const uint8_t* upper, const uint8_t* lower, size_t count,
-                   int32_t upper_weight, int32_t lower_weight);
-  /// dst pixel = truncation of near and far plus bias, in this order of rounding:
-  /// (v[index] * near + v[index + 1] * far) + bias.
-  void (*mix_columns)(uint8_t* dst, const float* v, const ColumnWeight<float>* columns,
-                      size_t count, float bias);
+  /// Picks single pixels: dst[i] = src[columns[i]].
+  void (*pick)(uint8_t* dst, const uint8_t* src, const int32_t* columns, size_t count);
+  /// Bilinear row. With v = upper * upper_weight + lower * lower_weight, exact, a byte is the
+  /// truncation of (v[index] * near + v[index + 1] * far) + bias, rounded in this order.
+  void (*mix)(uint8_t* dst, const RowPair& rows, const ColumnWeight<float>* columns, size_t count,
+              float bias);
   /// The same in double precision.
-  void (*mix_columns_wide)(uint8_t* dst, const float* v, const ColumnWeight<double>* columns,
-                           size_t count, double bias);
+  void (*mix_wide)(uint8_t* dst, const RowPair& rows, const ColumnWeight<double>* columns,
+                   size_t count, double bias);
   /// Bilinear samples of a rotated run, pixel centres at half steps; edge pixels reach to the edge.
   void (*rotate_bilinear)(uint8_t* dst, const RotatedRun& run, size_t count);
 };

@@ -64,67 +64,118 @@ struct Avx2 {
   }
 };
 
-void mix_rows(float* out, const uint8_t* upper, const uint8_t* lower, size_t count,
-              int32_t upper_weight, int32_t lower_weight) {
-  const __m256i weights = _mm256_set1_epi32((lower_weight << 16) | upper_weight);
-  size_t i = 0;
-  for (; i + 16 <= count; i += 16) {
-    const __m128i a = _mm_loadu_si128(reinterpret_cast<const __m128i*>(upper + i));
-    const __m128i b = _mm_loadu_si128(reinterpret_cast<const __m128i*>(lower + i));
-    const __m256i low = _mm256_cvtepu8_epi16(_mm_unpacklo_epi8(a, b));
-    const __m256i high = _mm256_cvtepu8_epi16(_mm_unpackhi_epi8(a, b));
-    _mm256_storeu_ps(out + i, _mm256_cvtepi32_ps(_mm256_madd_epi16(low, weights)));
-    _mm256_storeu_ps(out + i + 8, _mm256_cvtepi32_ps(_mm256_madd_epi16(high, weights)));
+void pick(uint8_t* dst, const uint8_t* src, const int32_t* columns, size_t count) {
+  size_t x = 0;
+  for (; x + 8 <= count; x += 8) {
+    const __m256i places = Avx2::load(reinterpret_cast<const uint8_t*>(columns + x));
+    Avx2::store(dst + x * 4, _mm256_i32gather_epi32(reinterpret_cast<const int*>(src), places, 4));
   }
-  plain_row_kernels().mix_rows(out + i, upper + i, lower + i, count - i, upper_weight,
-                               lower_weight);
+  plain_row_kernels().pick(dst + x * 4, src, columns + x, count - x);
 }
 
-// Both source pixels of a column, each times its weight.
-__m256 weighted_pair(const float* v, const ColumnWeight<float>& column) {
-  const __m256 pair = _mm256_loadu_ps(v + size_t{column.index} * 4);
+__m256i row_weights(const RowPair& rows) {
+  return _mm256_set1_epi32(rows.lower_weight << 16 | rows.upper_weight);
+}
+
+// Both pixels of a column, rows mixed: the left one in the lower half.
+__m256i mixed_pair(const RowPair& rows, uint32_t index, __m256i weights) {
+  const size_t at = size_t{index} * 4;
+  const __m128i upper = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(rows.upper + at));
+  const __m128i lower = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(rows.lower + at));
+  return _mm256_madd_epi16(_mm256_cvtepu8_epi16(_mm_unpacklo_epi8(upper, lower)), weights);
+}
+
+__m256 weighted_pair(const RowPair& rows, const ColumnWeight<float>& column, __m256i weights) {
   const __m256 both =
       _mm256_castpd_ps(_mm256_broadcast_sd(reinterpret_cast<const double*>(&column.near)));
-  const __m256 weights = _mm256_permutevar_ps(both, _mm256_setr_epi32(0, 0, 0, 0, 1, 1, 1, 1));
-  return _mm256_mul_ps(pair, weights);
+  const __m256 factors = _mm256_permutevar_ps(both, _mm256_setr_epi32(0, 0, 0, 0, 1, 1, 1, 1));
+  return _mm256_mul_ps(_mm256_cvtepi32_ps(mixed_pair(rows, column.index, weights)), factors);
 }
 
-__m256i mixed_two(const float* v, const ColumnWeight<float>* columns, __m256 bias) {
-  const __m256 first = weighted_pair(v, columns[0]), second = weighted_pair(v, columns[1]);
+__m256i mixed_two(const RowPair& rows, const ColumnWeight<float>* columns, __m256i weights,
+                  __m256 bias) {
+  const __m256 first = weighted_pair(rows, columns[0], weights);
+  const __m256 second = weighted_pair(rows, columns[1], weights);
   const __m256 near = _mm256_permute2f128_ps(first, second, 0x20);
   const __m256 far = _mm256_permute2f128_ps(first, second, 0x31);
   return _mm256_cvttps_epi32(_mm256_add_ps(_mm256_add_ps(near, far), bias));
 }
 
-void mix_columns(uint8_t* dst, const float* v, const ColumnWeight<float>* columns, size_t count,
-                 float bias) {
+void mix(uint8_t* dst, const RowPair& rows, const ColumnWeight<float>* columns, size_t count,
+         float bias) {
   const __m256 b = _mm256_set1_ps(bias);
+  const __m256i weights = row_weights(rows);
   const __m256i order = _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7);
   size_t x = 0;
   for (; x + 8 <= count; x += 8) {
-    const __m256i a =
-        _mm256_packs_epi32(mixed_two(v, columns + x, b), mixed_two(v, columns + x + 2, b));
-    const __m256i c =
-        _mm256_packs_epi32(mixed_two(v, columns + x + 4, b), mixed_two(v, columns + x + 6, b));
-    const __m256i packed = _mm256_packus_epi16(a, c);
-    Avx2::store(dst + x * 4, _mm256_permutevar8x32_epi32(packed, order));
+    const ColumnWeight<float>* column = columns + x;
+    const __m256i low = _mm256_packs_epi32(mixed_two(rows, column, weights, b),
+                                           mixed_two(rows, column + 2, weights, b));
+    const __m256i high = _mm256_packs_epi32(mixed_two(rows, column + 4, weights, b),
+                                            mixed_two(rows, column + 6, weights, b));
+    Avx2::store(dst + x * 4, _mm256_permutevar8x32_epi32(_mm256_packus_epi16(low, high), order));
   }
-  plain_row_kernels().mix_columns(dst + x * 4, v, columns + x, count - x, bias);
+  plain_row_kernels().mix(dst + x * 4, rows, columns + x, count - x, bias);
 }
 
-void mix_columns_wide(uint8_t* dst, const float* v, const ColumnWeight<double>* columns,
-                      size_t count, double bias) {
+void store_pixel(uint8_t* dst, __m128i lanes) {
+  const int pixel = _mm_cvtsi128_si32(_mm_packus_epi16(_mm_packs_epi32(lanes, lanes), lanes));
+  __builtin_memcpy(dst, &pixel, 4);
+}
+
+void mix_wide(uint8_t* dst, const RowPair& rows, const ColumnWeight<double>* columns, size_t count,
+              double bias) {
   const __m256d b = _mm256_set1_pd(bias);
+  const __m256i weights = row_weights(rows);
   for (size_t x = 0; x < count; ++x) {
-    const float* from = v + size_t{columns[x].index} * 4;
-    const __m256d near =
-        _mm256_mul_pd(_mm256_cvtps_pd(_mm_loadu_ps(from)), _mm256_broadcast_sd(&columns[x].near));
-    const __m256d far = _mm256_mul_pd(_mm256_cvtps_pd(_mm_loadu_ps(from + 4)),
+    const __m256i pair = mixed_pair(rows, columns[x].index, weights);
+    const __m256d near = _mm256_mul_pd(_mm256_cvtepi32_pd(_mm256_castsi256_si128(pair)),
+                                       _mm256_broadcast_sd(&columns[x].near));
+    const __m256d far = _mm256_mul_pd(_mm256_cvtepi32_pd(_mm256_extracti128_si256(pair, 1)),
                                       _mm256_broadcast_sd(&columns[x].far));
-    const __m128i whole = _mm256_cvttpd_epi32(_mm256_add_pd(_mm256_add_pd(near, far), b));
-    const __m128i packed = _mm_packus_epi16(_mm_packs_epi32(whole, whole), whole);
-    const int pixel = _mm_cvtsi128_si32(packed);
-    __builtin_memcpy(dst + x * 4, &pixel, 4);
+    store_pixel(dst + x * 4, _mm256_cvttpd_epi32(_mm256_add_pd(_mm256_add_pd(near, far), b)));
+  }
+}
+
+// Two neighbouring pixels as floats, the left one in the lower half; at the last column one twice.
+__m256 sample_pair(const uint8_t* p, bool has_right) {
+  __m128i bytes;
+  if (has_right) {
+    bytes = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(p));
+  } else {
+    int pixel;
+    __builtin_memcpy(&pixel, p, 4);
+    bytes = _mm_set1_epi32(pixel);
+  }
+  return _mm256_cvtepi32_ps(_mm256_cvtepu8_epi32(bytes));
+}
+
+__m128 fraction(int64_t position) {
+  const auto bits = static_cast<int32_t>(position >> 8 & 0xFFFFFF);
+  return _mm_mul_ss(_mm_cvtsi32_ss(_mm_setzero_ps(), bits), _mm_set_ss(0x1p-24f));
+}
+
+void rotate_bilinear(uint8_t* dst, const RotatedRun& run, size_t count) {
+  constexpr int64_t kHalf = int64_t{1} << 31;
+  const __m128 bias = _mm_set1_ps(0x1p-13f);
+  const __m256 one = _mm256_set1_ps(1);
+  int64_t px = run.x - kHalf, py = run.y - kHalf;
+  for (; count > 0; --count, dst += 4, px += run.dx, py += run.dy) {
+    const int64_t x = px < 0 ? 0 : px, y = py < 0 ? 0 : py;
+    const auto column = static_cast<ptrdiff_t>(x >> 32);
+    const auto line = static_cast<ptrdiff_t>(y >> 32);
+    const uint8_t* from = run.top + line * run.stride + column * 4;
+    const bool has_right = column < run.last_x;
+    const __m256 fy = _mm256_broadcastss_ps(fraction(y));
+    const __m128 fx = _mm_broadcastss_ps(fraction(x));
+    const __m256 upper = sample_pair(from, has_right);
+    const __m256 lower = sample_pair(from + (line < run.last_y ? run.stride : 0), has_right);
+    const __m256 mixed =
+        _mm256_add_ps(_mm256_mul_ps(upper, _mm256_sub_ps(one, fy)), _mm256_mul_ps(lower, fy));
+    const __m128 left =
+        _mm_mul_ps(_mm256_castps256_ps128(mixed), _mm_sub_ps(_mm256_castps256_ps128(one), fx));
+    const __m128 right = _mm_mul_ps(_mm256_extractf128_ps(mixed, 1), fx);
+    store_pixel(dst, _mm_cvttps_epi32(_mm_add_ps(_mm_add_ps(left, right), bias)));
   }
 }
 
@@ -135,11 +186,9 @@ using Rows = VectorRows<Avx2>;
 const RowKernels* avx2_row_kernels() {
   static const bool supported = __builtin_cpu_supports("avx2");
   if (!supported) return nullptr;
-  // Rotation gathers single pixels, where wider registers gain nothing.
-  static const RowKernels kernels = {
-      "AVX2",      Rows::blend,      Rows::light,
-      Rows::gray,  Rows::reverse,    mix_rows,
-      mix_columns, mix_columns_wide, sse2_row_kernels()->rotate_bilinear};
+  static const RowKernels kernels = {"AVX2",     Rows::blend,   Rows::light,
+                                     Rows::gray, Rows::reverse, pick,
+                                     mix,        mix_wide,      rotate_bilinear};
   return &kernels;
 }
 

@@ -60,20 +60,21 @@ void reverse(uint8_t* dst, const uint8_t* src, size_t count) {
   for (size_t x = 0; x < count; ++x) std::memcpy(dst + x * 4, src + (count - 1 - x) * 4, 4);
 }
 
-void mix_rows(float* out, const uint8_t* upper, const uint8_t* lower, size_t count,
-              int32_t upper_weight, int32_t lower_weight) {
-  for (size_t i = 0; i < count; ++i)
-    out[i] = static_cast<float>(upper[i] * upper_weight + lower[i] * lower_weight);
+void pick(uint8_t* dst, const uint8_t* src, const int32_t* columns, size_t count) {
+  for (size_t x = 0; x < count; ++x) std::memcpy(dst + x * 4, src + ptrdiff_t{columns[x]} * 4, 4);
 }
 
 template <class Real>
-void mix_columns(uint8_t* dst, const float* v, const ColumnWeight<Real>* columns, size_t count,
-                 Real bias) {
+void mix(uint8_t* dst, const RowPair& rows, const ColumnWeight<Real>* columns, size_t count,
+         Real bias) {
   for (size_t x = 0; x < count; ++x) {
-    const float* from = v + size_t{columns[x].index} * 4;
+    const uint8_t* upper = rows.upper + size_t{columns[x].index} * 4;
+    const uint8_t* lower = rows.lower + size_t{columns[x].index} * 4;
     for (size_t c = 0; c < 4; ++c) {
-      const Real near = static_cast<Real>(from[c]) * columns[x].near;
-      const Real far = static_cast<Real>(from[c + 4]) * columns[x].far;
+      const int32_t left = upper[c] * rows.upper_weight + lower[c] * rows.lower_weight;
+      const int32_t right = upper[c + 4] * rows.upper_weight + lower[c + 4] * rows.lower_weight;
+      const Real near = static_cast<Real>(left) * columns[x].near;
+      const Real far = static_cast<Real>(right) * columns[x].far;
       dst[x * 4 + c] = static_cast<uint8_t>((near + far) + bias);
     }
   }
@@ -100,9 +101,8 @@ void rotate_bilinear(uint8_t* dst, const RotatedRun& run, size_t count) {
   }
 }
 
-constexpr RowKernels kPlain = {
-    "plain",        blend, light, gray, reverse, mix_rows, mix_columns<float>, mix_columns<double>,
-    rotate_bilinear};
+constexpr RowKernels kPlain = {"plain", blend,      light,       gray,           reverse,
+                               pick,    mix<float>, mix<double>, rotate_bilinear};
 
 }  // namespace
 

@@ -65,60 +65,68 @@ struct Sse2 {
   }
 };
 
-void mix_rows(float* out, const uint8_t* upper, const uint8_t* lower, size_t count,
-              int32_t upper_weight, int32_t lower_weight) {
-  const __m128i weights = _mm_set1_epi32((lower_weight << 16) | upper_weight);
+// Both pixels of a column, rows mixed, as four 32-bit sums each.
+struct MixedPair {
+  __m128i left, right;
+};
+
+MixedPair mixed_pair(const RowPair& rows, uint32_t index, __m128i weights) {
+  const auto at = [&](const uint8_t* row) {
+    return _mm_loadl_epi64(reinterpret_cast<const __m128i*>(row + size_t{index} * 4));
+  };
   const __m128i zero = _mm_setzero_si128();
-  size_t i = 0;
-  for (; i + 16 <= count; i += 16) {
-    const __m128i a = Sse2::load(upper + i), b = Sse2::load(lower + i);
-    const __m128i low = _mm_unpacklo_epi8(a, b), high = _mm_unpackhi_epi8(a, b);
-    const __m128i parts[4] = {_mm_unpacklo_epi8(low, zero), _mm_unpackhi_epi8(low, zero),
-                              _mm_unpacklo_epi8(high, zero), _mm_unpackhi_epi8(high, zero)};
-    for (size_t k = 0; k < 4; ++k)
-      _mm_storeu_ps(out + i + k * 4, _mm_cvtepi32_ps(_mm_madd_epi16(parts[k], weights)));
-  }
-  plain_row_kernels().mix_rows(out + i, upper + i, lower + i, count - i, upper_weight,
-                               lower_weight);
+  const __m128i both = _mm_unpacklo_epi8(at(rows.upper), at(rows.lower));
+  return {_mm_madd_epi16(_mm_unpacklo_epi8(both, zero), weights),
+          _mm_madd_epi16(_mm_unpackhi_epi8(both, zero), weights)};
 }
 
-__m128i mixed_pixel(const float* v, const ColumnWeight<float>& column, __m128 bias) {
-  const float* from = v + size_t{column.index} * 4;
-  const __m128 near = _mm_mul_ps(_mm_loadu_ps(from), _mm_set1_ps(column.near));
-  const __m128 far = _mm_mul_ps(_mm_loadu_ps(from + 4), _mm_set1_ps(column.far));
+__m128i row_weights(const RowPair& rows) {
+  return _mm_set1_epi32(rows.lower_weight << 16 | rows.upper_weight);
+}
+
+__m128i mixed_pixel(const RowPair& rows, const ColumnWeight<float>& column, __m128i weights,
+                    __m128 bias) {
+  const MixedPair pair = mixed_pair(rows, column.index, weights);
+  const __m128 near = _mm_mul_ps(_mm_cvtepi32_ps(pair.left), _mm_set1_ps(column.near));
+  const __m128 far = _mm_mul_ps(_mm_cvtepi32_ps(pair.right), _mm_set1_ps(column.far));
   return _mm_cvttps_epi32(_mm_add_ps(_mm_add_ps(near, far), bias));
 }
 
-void mix_columns(uint8_t* dst, const float* v, const ColumnWeight<float>* columns, size_t count,
-                 float bias) {
+void mix(uint8_t* dst, const RowPair& rows, const ColumnWeight<float>* columns, size_t count,
+         float bias) {
   const __m128 b = _mm_set1_ps(bias);
+  const __m128i weights = row_weights(rows);
   size_t x = 0;
   for (; x + 4 <= count; x += 4) {
-    const __m128i first =
-        _mm_packs_epi32(mixed_pixel(v, columns[x], b), mixed_pixel(v, columns[x + 1], b));
-    const __m128i second =
-        _mm_packs_epi32(mixed_pixel(v, columns[x + 2], b), mixed_pixel(v, columns[x + 3], b));
-    Sse2::store(dst + x * 4, _mm_packus_epi16(first, second));
+    __m128i pixels[4];
+    for (size_t k = 0; k < 4; ++k) pixels[k] = mixed_pixel(rows, columns[x + k], weights, b);
+    Sse2::store(dst + x * 4, _mm_packus_epi16(_mm_packs_epi32(pixels[0], pixels[1]),
+                                              _mm_packs_epi32(pixels[2], pixels[3])));
   }
-  plain_row_kernels().mix_columns(dst + x * 4, v, columns + x, count - x, bias);
+  plain_row_kernels().mix(dst + x * 4, rows, columns + x, count - x, bias);
 }
 
-void mix_columns_wide(uint8_t* dst, const float* v, const ColumnWeight<double>* columns,
-                      size_t count, double bias) {
+__m128i mixed_half(__m128i left, __m128i right, const ColumnWeight<double>& column, __m128d bias) {
+  const __m128d near = _mm_mul_pd(_mm_cvtepi32_pd(left), _mm_set1_pd(column.near));
+  const __m128d far = _mm_mul_pd(_mm_cvtepi32_pd(right), _mm_set1_pd(column.far));
+  return _mm_cvttpd_epi32(_mm_add_pd(_mm_add_pd(near, far), bias));
+}
+
+void store_pixel(uint8_t* dst, __m128i lanes) {
+  const int pixel = _mm_cvtsi128_si32(_mm_packus_epi16(_mm_packs_epi32(lanes, lanes), lanes));
+  __builtin_memcpy(dst, &pixel, 4);
+}
+
+void mix_wide(uint8_t* dst, const RowPair& rows, const ColumnWeight<double>* columns, size_t count,
+              double bias) {
   const __m128d b = _mm_set1_pd(bias);
+  const __m128i weights = row_weights(rows);
   for (size_t x = 0; x < count; ++x) {
-    const float* from = v + size_t{columns[x].index} * 4;
-    const __m128 left = _mm_loadu_ps(from), right = _mm_loadu_ps(from + 4);
-    const __m128d near = _mm_set1_pd(columns[x].near), far = _mm_set1_pd(columns[x].far);
-    const __m128d low =
-        _mm_add_pd(_mm_mul_pd(_mm_cvtps_pd(left), near), _mm_mul_pd(_mm_cvtps_pd(right), far));
-    const __m128d high = _mm_add_pd(_mm_mul_pd(_mm_cvtps_pd(_mm_movehl_ps(left, left)), near),
-                                    _mm_mul_pd(_mm_cvtps_pd(_mm_movehl_ps(right, right)), far));
-    const __m128i whole = _mm_unpacklo_epi64(_mm_cvttpd_epi32(_mm_add_pd(low, b)),
-                                             _mm_cvttpd_epi32(_mm_add_pd(high, b)));
-    const __m128i packed = _mm_packus_epi16(_mm_packs_epi32(whole, whole), whole);
-    const int pixel = _mm_cvtsi128_si32(packed);
-    __builtin_memcpy(dst + x * 4, &pixel, 4);
+    const MixedPair pair = mixed_pair(rows, columns[x].index, weights);
+    const __m128i low = mixed_half(pair.left, pair.right, columns[x], b);
+    const __m128i high =
+        mixed_half(_mm_srli_si128(pair.left, 8), _mm_srli_si128(pair.right, 8), columns[x], b);
+    store_pixel(dst + x * 4, _mm_unpacklo_epi64(low, high));
   }
 }
 
@@ -159,16 +167,18 @@ void rotate_bilinear(uint8_t* dst, const RotatedRun& run, size_t count) {
     const __m128 right =
         _mm_add_ps(_mm_mul_ps(widened(upper, 1), gy), _mm_mul_ps(widened(lower, 1), fy));
     const __m128 sum = _mm_add_ps(_mm_mul_ps(left, gx), _mm_mul_ps(right, fx));
-    const __m128i whole = _mm_cvttps_epi32(_mm_add_ps(sum, bias));
-    const int pixel = _mm_cvtsi128_si32(_mm_packus_epi16(_mm_packs_epi32(whole, whole), whole));
-    __builtin_memcpy(dst, &pixel, 4);
+    store_pixel(dst, _mm_cvttps_epi32(_mm_add_ps(sum, bias)));
   }
 }
 
 using Rows = VectorRows<Sse2>;
-constexpr RowKernels kSse2 = {"SSE2",      Rows::blend,      Rows::light,
-                              Rows::gray,  Rows::reverse,    mix_rows,
-                              mix_columns, mix_columns_wide, rotate_bilinear};
+// Picking single pixels has no better form here than the plain one.
+void pick(uint8_t* dst, const uint8_t* src, const int32_t* columns, size_t count) {
+  plain_row_kernels().pick(dst, src, columns, count);
+}
+
+constexpr RowKernels kSse2 = {"SSE2", Rows::blend, Rows::light, Rows::gray,     Rows::reverse,
+                              pick,   mix,         mix_wide,    rotate_bilinear};
 
 }  // namespace
 

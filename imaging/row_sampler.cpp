@@ -29,12 +29,6 @@ Position locate(int64_t dest, int32_t source_size, int32_t dest_size, int64_t di
   return {index, product % dest_size / divisor};
 }
 
-template <class Real>
-ColumnWeight<Real> column_weight(uint32_t index, int64_t near, int64_t far, double units) {
-  return {index, static_cast<Real>(static_cast<double>(near) / units),
-          static_cast<Real>(static_cast<double>(far) / units)};
-}
-
 }  // namespace
 
 RowSampler::RowSampler(const PixelView& source, const SamplingShape& shape)
@@ -71,66 +65,42 @@ void RowSampler::prepare_nearest() {
   }
 }
 
-void RowSampler::prepare_bilinear() {
-  const auto count = static_cast<size_t>(shape_.columns);
-  const int64_t divisor = std::gcd(source_.width, shape_.dest_width);
-  column_units_ = shape_.dest_width / divisor;
-  row_units_ = shape_.dest_height / std::gcd(source_.height, shape_.dest_height);
-  row_units_ = std::min(row_units_, kMaxRowUnits);
-  const double units = static_cast<double>(column_units_) * static_cast<double>(row_units_);
-  const bool wide = units > kMaxFloatUnits;
-  mode_ = wide ? Mode::BilinearWide : Mode::Bilinear;
-  bias_ = wide ? std::max(0.5 / units, 0x1p-43) : 0.5 / kMaxFloatUnits;
-
-  auto weigh = [&](auto& weights, auto zero) {
-    using Real = decltype(zero);
-    weights.resize(count);
-    columns_.resize(count);
-    for (size_t x = 0; x < count; ++x) {
-      const int64_t dest = int64_t{shape_.first_column} + static_cast<int64_t>(x);
-      const Position at = locate(dest, source_.width, shape_.dest_width, divisor);
-      int64_t near = column_units_ - at.numerator, far = at.numerator;
-      int32_t left = at.index;
-      if (shape_.mirror_x) {
-        // The neighbour to the right is the one to the left in the source.
-        left = std::max(source_.width - 2 - at.index, 0);
-        if (at.index < source_.width - 1) std::swap(near, far);
-      }
-      columns_[x] = left;
-      weights[x] = column_weight<Real>(static_cast<uint32_t>(left), near, far, units);
+template <class Real>
+void RowSampler::weigh_columns(std::vector<ColumnWeight<Real>>& weights, double units) {
+  const int64_t divisor = shape_.dest_width / column_units_;
+  weights.resize(static_cast<size_t>(shape_.columns));
+  int64_t dest = shape_.first_column;
+  for (ColumnWeight<Real>& weight : weights) {
+    const Position at = locate(dest++, source_.width, shape_.dest_width, divisor);
+    int64_t near = column_units_ - at.numerator, far = at.numerator;
+    int32_t left = at.index;
+    if (left == source_.width - 1 && left > 0) {
+      // The last column stands alone, as the right one of a pair that lies inside the row.
+      --left;
+      std::swap(near, far);
     }
-  };
-  wide ? weigh(wide_weights_, double{}) : weigh(weights_, float{});
-
-  const auto [low, high] = std::minmax_element(columns_.begin(), columns_.end());
-  first_needed_ = count == 0 ? 0 : *low;
-  needed_ = count == 0 ? 0 : std::min(*high + 1, source_.width - 1) - first_needed_ + 1;
-  // Shrinking by more than two leaves most source columns untouched: pick the pairs needed.
-  gathered_ = static_cast<size_t>(needed_) > count * 2;
-  const size_t held = gathered_ ? count * 2 : static_cast<size_t>(needed_);
-  auto move_indices = [&](auto& weights) {
-    for (size_t x = 0; x < weights.size(); ++x)
-      weights[x].index = gathered_ ? static_cast<uint32_t>(x * 2)
-                                   : weights[x].index - static_cast<uint32_t>(first_needed_);
-  };
-  move_indices(weights_);
-  move_indices(wide_weights_);
-  // The place right of the last column is read with weight 0.
-  mixed_.assign((held + 1) * 4, 0.0f);
-  if (gathered_) {
-    upper_pairs_.resize(held * 4);
-    lower_pairs_.resize(held * 4);
+    if (shape_.mirror_x && source_.width > 1) {
+      left = source_.width - 2 - left;
+      std::swap(near, far);
+    }
+    weight = {static_cast<uint32_t>(left), static_cast<Real>(static_cast<double>(near) / units),
+              static_cast<Real>(static_cast<double>(far) / units)};
   }
 }
 
-void RowSampler::gather(const uint8_t* from, std::vector<uint8_t>& to) const {
-  uint8_t* out = to.data();
-  const int32_t last = source_.width - 1;
-  for (const int32_t left : columns_) {
-    const uint8_t* pixel = from + ptrdiff_t{left} * 4;
-    std::memcpy(out, pixel, 4);
-    std::memcpy(out + 4, left < last ? pixel + 4 : pixel, 4);
-    out += 8;
+void RowSampler::prepare_bilinear() {
+  column_units_ = shape_.dest_width / std::gcd(source_.width, shape_.dest_width);
+  row_units_ = shape_.dest_height / std::gcd(source_.height, shape_.dest_height);
+  row_units_ = std::min(row_units_, kMaxRowUnits);
+  const double units = static_cast<double>(column_units_) * static_cast<double>(row_units_);
+  if (units > kMaxFloatUnits) {
+    mode_ = Mode::BilinearWide;
+    bias_ = std::max(0.5 / units, 0x1p-43);
+    weigh_columns(wide_weights_, units);
+  } else {
+    mode_ = Mode::Bilinear;
+    bias_ = 0.5 / kMaxFloatUnits;
+    weigh_columns(weights_, units);
   }
 }
 
@@ -140,28 +110,30 @@ const uint8_t* RowSampler::bilinear_row(int32_t y) {
   auto lower_weight = static_cast<int32_t>(at.numerator);
   if (const int64_t units = shape_.dest_height / divisor; units > kMaxRowUnits)
     lower_weight = static_cast<int32_t>(at.numerator * kMaxRowUnits / units);
-  const auto upper_weight = static_cast<int32_t>(row_units_) - lower_weight;
-  const uint8_t* upper = source_row(at.index);
-  const uint8_t* lower = source_row(std::min(at.index + 1, source_.height - 1));
-  size_t bytes = static_cast<size_t>(needed_) * 4;
-  if (gathered_) {
-    gather(upper, upper_pairs_);
-    gather(lower, lower_pairs_);
-    upper = upper_pairs_.data();
-    lower = lower_pairs_.data();
-    bytes = upper_pairs_.size();
-  } else {
-    upper += ptrdiff_t{first_needed_} * 4;
-    lower += ptrdiff_t{first_needed_} * 4;
+  RowPair rows{source_row(at.index), source_row(std::min(at.index + 1, source_.height - 1)),
+               static_cast<int32_t>(row_units_) - lower_weight, lower_weight};
+  if (source_.width == 1) {
+    std::memcpy(doubled_[0], rows.upper, 4);
+    std::memcpy(doubled_[1], rows.lower, 4);
+    rows.upper = doubled_[0];
+    rows.lower = doubled_[1];
   }
-  kernels_.mix_rows(mixed_.data(), upper, lower, bytes, upper_weight, lower_weight);
   const auto count = static_cast<size_t>(shape_.columns);
   if (mode_ == Mode::Bilinear) {
-    kernels_.mix_columns(out_.data(), mixed_.data(), weights_.data(), count,
-                         static_cast<float>(bias_));
+    kernels_.mix(out_.data(), rows, weights_.data(), count, static_cast<float>(bias_));
   } else {
-    kernels_.mix_columns_wide(out_.data(), mixed_.data(), wide_weights_.data(), count, bias_);
+    kernels_.mix_wide(out_.data(), rows, wide_weights_.data(), count, bias_);
   }
+  return out_.data();
+}
+
+const uint8_t* RowSampler::nearest_row(int32_t y) {
+  const double ratio = static_cast<double>(source_.height) / shape_.dest_height;
+  const int32_t origin = shape_.mirror_y ? 0 : shape_.origin_y;
+  const uint8_t* from = source_row(nearest(y, ratio, origin, source_.height));
+  // Enlarging takes the same source row several times.
+  if (from != picked_) kernels_.pick(out_.data(), from, columns_.data(), columns_.size());
+  picked_ = from;
   return out_.data();
 }
 
@@ -175,17 +147,8 @@ const uint8_t* RowSampler::row(int32_t y) {
                        static_cast<size_t>(shape_.columns));
       return out_.data();
     }
-    case Mode::Nearest: {
-      const double ratio = static_cast<double>(source_.height) / shape_.dest_height;
-      const uint8_t* from =
-          source_row(nearest(y, ratio, shape_.mirror_y ? 0 : shape_.origin_y, source_.height));
-      uint8_t* out = out_.data();
-      for (const int32_t column : columns_) {
-        std::memcpy(out, from + ptrdiff_t{column} * 4, 4);
-        out += 4;
-      }
-      return out_.data();
-    }
+    case Mode::Nearest:
+      return nearest_row(y);
     case Mode::Bilinear:
     case Mode::BilinearWide:
       break;

@@ -47,24 +47,24 @@ class RowSampler {
   const uint8_t* source_row(int32_t y) const;
   void prepare_nearest();
   void prepare_bilinear();
+  template <class Real>
+  void weigh_columns(std::vector<ColumnWeight<Real>>& weights, double units);
+  const uint8_t* nearest_row(int32_t y);
   const uint8_t* bilinear_row(int32_t y);
-  void gather(const uint8_t* from, std::vector<uint8_t>& to) const;
 
   PixelView source_;
   SamplingShape shape_;
   Mode mode_ = Mode::Copy;
   const RowKernels& kernels_;
   std::vector<uint8_t> out_;
-  std::vector<int32_t> columns_;  // nearest: source column; gathered bilinear: left of each pair
-  // Bilinear: destination column x lies numerator / column_units_ of a pixel right of its source.
-  int64_t column_units_ = 1, row_units_ = 1;
-  int32_t first_needed_ = 0, needed_ = 0;  // source columns that the visible part touches
-  bool gathered_ = false;
+  std::vector<int32_t> columns_;     // nearest: source columns
+  const uint8_t* picked_ = nullptr;  // nearest: the source row that out_ holds
+  int64_t column_units_ = 1;         // bilinear: fractions of a column and of a row
+  int64_t row_units_ = 1;
   double bias_ = 0;
   std::vector<ColumnWeight<float>> weights_;
   std::vector<ColumnWeight<double>> wide_weights_;
-  std::vector<float> mixed_;
-  std::vector<uint8_t> upper_pairs_, lower_pairs_;
+  uint8_t doubled_[2][8] = {};  // a source of one column, as two
 };
 
 }  // namespace kestrelon

@@ -134,33 +134,26 @@ TEST(MixRows, AllSetsGiveEqualBytes) {
   for (auto* row : {&upper, &lower}) {
     for (uint8_t& byte : *row) byte = static_cast<uint8_t>(random());
   }
+  std::vector<ColumnWeight<float>> columns;
+  std::vector<ColumnWeight<double>> wide_columns;
+  std::vector<int32_t> places;
+  for (uint32_t x = 0; x < 101; ++x) {
+    const double far = x / 101.0 / 32767, near = (101 - x) / 101.0 / 32767;
+    columns.push_back({(x * 37) % 102, static_cast<float>(near), static_cast<float>(far)});
+    wide_columns.push_back({(x * 37) % 102, near, far});
+    places.push_back(static_cast<int32_t>((x * 53) % 103));
+  }
   for (int weight : {0, 1, 500, 32767}) {
-    std::vector<std::vector<float>> mixed;
-    std::vector<std::vector<uint8_t>> narrow, wide, reversed;
+    const RowPair rows{upper.data(), lower.data(), weight, 32767 - weight};
+    std::vector<std::vector<uint8_t>> results;
     for (const RowKernels* set : sets) {
-      auto& out = mixed.emplace_back(upper.size());
-      set->mix_rows(out.data(), upper.data(), lower.data(), upper.size(), weight, 32767 - weight);
-      for (size_t i = 0; i < upper.size(); ++i)
-        ASSERT_EQ(out[i], static_cast<float>(upper[i] * weight + lower[i] * (32767 - weight)));
-      std::vector<ColumnWeight<float>> columns;
-      std::vector<ColumnWeight<double>> wide_columns;
-      for (uint32_t x = 0; x < 101; ++x) {
-        const double far = x / 101.0 / 32767, near = (101 - x) / 101.0 / 32767;
-        columns.push_back({(x * 37) % 102, static_cast<float>(near), static_cast<float>(far)});
-        wide_columns.push_back({(x * 37) % 102, near, far});
-      }
-      auto& pixels = narrow.emplace_back(4 * columns.size());
-      set->mix_columns(pixels.data(), out.data(), columns.data(), columns.size(), 0x1p-13f);
-      auto& wide_pixels = wide.emplace_back(pixels.size());
-      set->mix_columns_wide(wide_pixels.data(), out.data(), wide_columns.data(), columns.size(),
-                            0x1p-30);
-      auto& back = reversed.emplace_back(upper.size());
-      set->reverse(back.data(), upper.data(), upper.size() / 4);
-    }
-    for (size_t s = 1; s < sets.size(); ++s) {
-      EXPECT_EQ(narrow[s], narrow[0]) << sets[s]->name;
-      EXPECT_EQ(wide[s], wide[0]) << sets[s]->name;
-      EXPECT_EQ(reversed[s], reversed[0]) << sets[s]->name;
+      auto& out = results.emplace_back(4 * (3 * columns.size() + 103));
+      uint8_t* to = out.data();
+      set->mix(to, rows, columns.data(), columns.size(), 0x1p-13f);
+      set->mix_wide(to + 404, rows, wide_columns.data(), columns.size(), 0x1p-30);
+      set->pick(to + 808, upper.data(), places.data(), places.size());
+      set->reverse(to + 1212, upper.data(), 103);
+      EXPECT_EQ(results.back(), results.front()) << set->name;
     }
   }
 }

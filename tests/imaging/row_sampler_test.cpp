@@ -55,8 +55,9 @@ INSTANTIATE_TEST_SUITE_P(Sizes, RowSamplerTest,
 
 TEST_P(RowSamplerTest, BilinearTruncatesTheExactSumInEveryOrientation) {
   const Picture picture(37, 23, 3);
-  for (const PixelRect& area : {PixelRect{3, 2, 31, 17}, PixelRect{0, 0, 37, 23},
-                                PixelRect{5, 5, 1, 1}, PixelRect{36, 0, 1, 23}}) {
+  for (const PixelRect& area :
+       {PixelRect{3, 2, 31, 17}, PixelRect{0, 0, 37, 23}, PixelRect{5, 5, 1, 1},
+        PixelRect{7, 3, 2, 2}, PixelRect{36, 0, 1, 23}}) {
     for (int mirror = 0; mirror < 4; ++mirror) {
       SamplingShape shape;
       shape.dest_width = GetParam().dw;
