@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <fstream>
 #include <system_error>
+#include <type_traits>
 
 namespace kestrelon {
 namespace fs = std::filesystem;
@@ -12,7 +13,12 @@ namespace {
 std::optional<fs::path> path_of(const std::wstring& name) {
   if (name.empty() || name.find(L'\0') != std::wstring::npos) return std::nullopt;
   try {
-    return fs::path(name);
+    if constexpr (std::is_same_v<fs::path::value_type, wchar_t>) {
+      return fs::path(name);
+    } else {
+      // Wide characters of the native build are code points; the C locale would refuse most.
+      return fs::path(std::u32string(name.begin(), name.end()));
+    }
   } catch (const std::system_error&) {
     return std::nullopt;
   }
