@@ -30,18 +30,22 @@ std::unique_ptr<PixelStore> make_heap_store(int32_t width, int32_t height) {
 }  // namespace
 
 c32bppDIB::c32bppDIB() : c32bppDIB(make_heap_store) {}
-c32bppDIB::c32bppDIB(PixelStoreFactory factory) : factory_(std::move(factory)) {}
+c32bppDIB::c32bppDIB(PixelStoreFactory factory) : factory_(std::move(factory)) {
+  set_platform_flags(imaging_bridge().facts());
+}
 c32bppDIB::~c32bppDIB() = default;
 
 bool c32bppDIB::InitializeDIB(int32_t width, int32_t height) {
+  if (width < 0 || height == 0) return false;
   DestroyDIB();
   const int64_t rows = height < 0 ? -int64_t{height} : int64_t{height};
-  if (width < 1 || rows == 0 || width * rows > kMaxPixels) return false;
+  if (width == 0 || width * rows > kMaxPixels) return false;
   store_ = factory_(width, static_cast<int32_t>(rows));
   if (!store_) return false;
   bits_ = store_->bits();
   width_ = width;
   height_ = static_cast<int32_t>(rows);
+  // The store comes zeroed, so this is what EraseDIB leaves.
   image_type_ = ImageFormat::None;
   alpha_ = AlphaType::Simple;
   return true;
@@ -49,6 +53,7 @@ bool c32bppDIB::InitializeDIB(int32_t width, int32_t height) {
 
 void c32bppDIB::DestroyDIB() {
   store_.reset();
+  original_bytes_ = {};
   bits_ = nullptr;
   width_ = height_ = 0;
   image_type_ = ImageFormat::Error;
@@ -60,6 +65,31 @@ void c32bppDIB::EraseDIB() {
   std::memset(bits_, 0, scanWidth() * static_cast<size_t>(height_));
   image_type_ = ImageFormat::None;
   alpha_ = AlphaType::Simple;
+}
+
+void c32bppDIB::SwapDIBs(c32bppDIB& other) {
+  std::swap(store_, other.store_);
+  std::swap(bits_, other.bits_);
+  std::swap(width_, other.width_);
+  std::swap(height_, other.height_);
+  std::swap(image_type_, other.image_type_);
+  std::swap(alpha_, other.alpha_);
+  std::swap(original_bytes_, other.original_bytes_);
+}
+
+PixelView c32bppDIB::view() const {
+  if (!has_image()) return {};
+  return {row(0), -static_cast<ptrdiff_t>(scanWidth()), width_, height_};
+}
+
+MutablePixelView c32bppDIB::view() {
+  if (!has_image()) return {};
+  return {row(0), -static_cast<ptrdiff_t>(scanWidth()), width_, height_};
+}
+
+bool c32bppDIB::GetOrginalFormat(std::vector<uint8_t>& bytes) const {
+  bytes = original_bytes_;
+  return !bytes.empty();
 }
 
 }  // namespace kestrelon

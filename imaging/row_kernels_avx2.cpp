@@ -1,0 +1,205 @@
+#include "imaging/row_kernels.h"
+
+#if defined(__AVX2__)
+
+#include <immintrin.h>
+
+#include "imaging/row_kernels_simd.h"
+
+namespace kestrelon {
+namespace {
+
+struct Avx2 {
+  using Int = __m256i;
+  static constexpr size_t kPixels = 8;
+
+  static Int load(const uint8_t* p) { return _mm256_loadu_si256(reinterpret_cast<const Int*>(p)); }
+  static void store(uint8_t* p, Int v) { _mm256_storeu_si256(reinterpret_cast<Int*>(p), v); }
+  static Int zero() { return _mm256_setzero_si256(); }
+  static Int set16(int16_t v) { return _mm256_set1_epi16(v); }
+  static Int set32(uint32_t v) { return _mm256_set1_epi32(static_cast<int>(v)); }
+  static Int set16_pattern(int16_t a, int16_t b, int16_t c, int16_t d) {
+    return _mm256_setr_epi16(a, b, c, d, a, b, c, d, a, b, c, d, a, b, c, d);
+  }
+  static __m256 set_float(float v) { return _mm256_set1_ps(v); }
+  static Int bit_and(Int a, Int b) { return _mm256_and_si256(a, b); }
+  static Int bit_or(Int a, Int b) { return _mm256_or_si256(a, b); }
+  static Int bit_xor(Int a, Int b) { return _mm256_xor_si256(a, b); }
+  static Int and_not(Int mask, Int v) { return _mm256_andnot_si256(mask, v); }
+  static Int add16(Int a, Int b) { return _mm256_add_epi16(a, b); }
+  static Int mul16(Int a, Int b) { return _mm256_mullo_epi16(a, b); }
+  static Int mul_high16(Int a, Int b) { return _mm256_mulhi_epu16(a, b); }
+  static Int multiply_add16(Int a, Int b) { return _mm256_madd_epi16(a, b); }
+  static Int shift_right16(Int v, int n) { return _mm256_srli_epi16(v, n); }
+  static Int shift_left16(Int v, int n) { return _mm256_slli_epi16(v, n); }
+  static Int shift_left32(Int v, int n) { return _mm256_slli_epi32(v, n); }
+  static Int add32(Int a, Int b) { return _mm256_add_epi32(a, b); }
+  static Int equal32(Int a, Int b) { return _mm256_cmpeq_epi32(a, b); }
+  static Int greater32(Int a, Int b) { return _mm256_cmpgt_epi32(a, b); }
+  static Int equal8(Int a, Int b) { return _mm256_cmpeq_epi8(a, b); }
+  static bool all(Int mask) { return _mm256_movemask_epi8(mask) == -1; }
+  static Int add_saturated8(Int a, Int b) { return _mm256_adds_epu8(a, b); }
+  static Int sub_saturated8(Int a, Int b) { return _mm256_subs_epu8(a, b); }
+  static Int min8(Int a, Int b) { return _mm256_min_epu8(a, b); }
+  static Int widen_low8(Int v) { return _mm256_unpacklo_epi8(v, zero()); }
+  static Int widen_high8(Int v) { return _mm256_unpackhi_epi8(v, zero()); }
+  static __m256 to_float(Int v) { return _mm256_cvtepi32_ps(v); }
+  static __m256 multiply(__m256 a, __m256 b) { return _mm256_mul_ps(a, b); }
+  static Int truncate(__m256 v) { return _mm256_cvttps_epi32(v); }
+  static Int reverse32(Int v) {
+    return _mm256_permutevar8x32_epi32(v, _mm256_setr_epi32(7, 6, 5, 4, 3, 2, 1, 0));
+  }
+
+  /// The alpha of each pixel in both of its 16-bit lanes.
+  static Int spread_alpha16(Int v) {
+    const Int order = _mm256_setr_epi8(3, -1, 3, -1, 7, -1, 7, -1, 11, -1, 11, -1, 15, -1, 15, -1,
+                                       3, -1, 3, -1, 7, -1, 7, -1, 11, -1, 11, -1, 15, -1, 15, -1);
+    return _mm256_shuffle_epi8(v, order);
+  }
+  /// Sums of neighbouring 32-bit lanes; undoes the order that widen_low8 and widen_high8 make.
+  static Int add_pairs32(Int a, Int b) { return _mm256_hadd_epi32(a, b); }
+  static Int look_up_alpha(const uint32_t* table, const uint8_t*, Int pixels) {
+    return _mm256_i32gather_epi32(reinterpret_cast<const int*>(table),
+                                  _mm256_srli_epi32(pixels, 24), 4);
+  }
+};
+
+void pick(uint8_t* dst, const uint8_t* src, const int32_t* columns, size_t count) {
+  size_t x = 0;
+  for (; x + 8 <= count; x += 8) {
+    const __m256i places = Avx2::load(reinterpret_cast<const uint8_t*>(columns + x));
+    Avx2::store(dst + x * 4, _mm256_i32gather_epi32(reinterpret_cast<const int*>(src), places, 4));
+  }
+  plain_row_kernels().pick(dst + x * 4, src, columns + x, count - x);
+}
+
+__m256i row_weights(const RowPair& rows) {
+  return _mm256_set1_epi32(rows.lower_weight << 16 | rows.upper_weight);
+}
+
+// Both pixels of a column, rows mixed: the left one in the lower half.
+__m256i mixed_pair(const RowPair& rows, uint32_t index, __m256i weights) {
+  const size_t at = size_t{index} * 4;
+  const __m128i upper = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(rows.upper + at));
+  const __m128i lower = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(rows.lower + at));
+  return _mm256_madd_epi16(_mm256_cvtepu8_epi16(_mm_unpacklo_epi8(upper, lower)), weights);
+}
+
+__m256 weighted_pair(const RowPair& rows, const ColumnWeight<float>& column, __m256i weights) {
+  const __m256 both =
+      _mm256_castpd_ps(_mm256_broadcast_sd(reinterpret_cast<const double*>(&column.near)));
+  const __m256 factors = _mm256_permutevar_ps(both, _mm256_setr_epi32(0, 0, 0, 0, 1, 1, 1, 1));
+  return _mm256_mul_ps(_mm256_cvtepi32_ps(mixed_pair(rows, column.index, weights)), factors);
+}
+
+__m256i mixed_two(const RowPair& rows, const ColumnWeight<float>* columns, __m256i weights,
+                  __m256 bias) {
+  const __m256 first = weighted_pair(rows, columns[0], weights);
+  const __m256 second = weighted_pair(rows, columns[1], weights);
+  const __m256 near = _mm256_permute2f128_ps(first, second, 0x20);
+  const __m256 far = _mm256_permute2f128_ps(first, second, 0x31);
+  return _mm256_cvttps_epi32(_mm256_add_ps(_mm256_add_ps(near, far), bias));
+}
+
+void mix(uint8_t* dst, const RowPair& rows, const ColumnWeight<float>* columns, size_t count,
+         float bias) {
+  const __m256 b = _mm256_set1_ps(bias);
+  const __m256i weights = row_weights(rows);
+  const __m256i order = _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7);
+  size_t x = 0;
+  for (; x + 8 <= count; x += 8) {
+    const ColumnWeight<float>* column = columns + x;
+    const __m256i low = _mm256_packs_epi32(mixed_two(rows, column, weights, b),
+                                           mixed_two(rows, column + 2, weights, b));
+    const __m256i high = _mm256_packs_epi32(mixed_two(rows, column + 4, weights, b),
+                                            mixed_two(rows, column + 6, weights, b));
+    Avx2::store(dst + x * 4, _mm256_permutevar8x32_epi32(_mm256_packus_epi16(low, high), order));
+  }
+  plain_row_kernels().mix(dst + x * 4, rows, columns + x, count - x, bias);
+}
+
+void store_pixel(uint8_t* dst, __m128i lanes) {
+  const int pixel = _mm_cvtsi128_si32(_mm_packus_epi16(_mm_packs_epi32(lanes, lanes), lanes));
+  __builtin_memcpy(dst, &pixel, 4);
+}
+
+void mix_wide(uint8_t* dst, const RowPair& rows, const ColumnWeight<double>* columns, size_t count,
+              double bias) {
+  const __m256d b = _mm256_set1_pd(bias);
+  const __m256i weights = row_weights(rows);
+  for (size_t x = 0; x < count; ++x) {
+    const __m256i pair = mixed_pair(rows, columns[x].index, weights);
+    const __m256d near = _mm256_mul_pd(_mm256_cvtepi32_pd(_mm256_castsi256_si128(pair)),
+                                       _mm256_broadcast_sd(&columns[x].near));
+    const __m256d far = _mm256_mul_pd(_mm256_cvtepi32_pd(_mm256_extracti128_si256(pair, 1)),
+                                      _mm256_broadcast_sd(&columns[x].far));
+    store_pixel(dst + x * 4, _mm256_cvttpd_epi32(_mm256_add_pd(_mm256_add_pd(near, far), b)));
+  }
+}
+
+// Two neighbouring pixels as floats, the left one in the lower half; at the last column one twice.
+__m256 sample_pair(const uint8_t* p, bool has_right) {
+  __m128i bytes;
+  if (has_right) {
+    bytes = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(p));
+  } else {
+    int pixel;
+    __builtin_memcpy(&pixel, p, 4);
+    bytes = _mm_set1_epi32(pixel);
+  }
+  return _mm256_cvtepi32_ps(_mm256_cvtepu8_epi32(bytes));
+}
+
+__m128 fraction(int64_t position) {
+  const auto bits = static_cast<int32_t>(position >> 8 & 0xFFFFFF);
+  return _mm_mul_ss(_mm_cvtsi32_ss(_mm_setzero_ps(), bits), _mm_set_ss(0x1p-24f));
+}
+
+void rotate_bilinear(uint8_t* dst, const RotatedRun& run, size_t count) {
+  constexpr int64_t kHalf = int64_t{1} << 31;
+  const __m128 bias = _mm_set1_ps(0x1p-13f);
+  const __m256 one = _mm256_set1_ps(1);
+  int64_t px = run.x - kHalf, py = run.y - kHalf;
+  for (; count > 0; --count, dst += 4, px += run.dx, py += run.dy) {
+    const int64_t x = px < 0 ? 0 : px, y = py < 0 ? 0 : py;
+    const auto column = static_cast<ptrdiff_t>(x >> 32);
+    const auto line = static_cast<ptrdiff_t>(y >> 32);
+    const uint8_t* from = run.top + line * run.stride + column * 4;
+    const bool has_right = column < run.last_x;
+    const __m256 fy = _mm256_broadcastss_ps(fraction(y));
+    const __m128 fx = _mm_broadcastss_ps(fraction(x));
+    const __m256 upper = sample_pair(from, has_right);
+    const __m256 lower = sample_pair(from + (line < run.last_y ? run.stride : 0), has_right);
+    const __m256 mixed =
+        _mm256_add_ps(_mm256_mul_ps(upper, _mm256_sub_ps(one, fy)), _mm256_mul_ps(lower, fy));
+    const __m128 left =
+        _mm_mul_ps(_mm256_castps256_ps128(mixed), _mm_sub_ps(_mm256_castps256_ps128(one), fx));
+    const __m128 right = _mm_mul_ps(_mm256_extractf128_ps(mixed, 1), fx);
+    store_pixel(dst, _mm_cvttps_epi32(_mm_add_ps(_mm_add_ps(left, right), bias)));
+  }
+}
+
+using Rows = VectorRows<Avx2>;
+
+}  // namespace
+
+const RowKernels* avx2_row_kernels() {
+  static const bool supported = __builtin_cpu_supports("avx2");
+  if (!supported) return nullptr;
+  static const RowKernels kernels = {"AVX2",     Rows::blend,   Rows::light,
+                                     Rows::gray, Rows::reverse, pick,
+                                     mix,        mix_wide,      rotate_bilinear};
+  return &kernels;
+}
+
+}  // namespace kestrelon
+
+#else
+
+namespace kestrelon {
+const RowKernels* avx2_row_kernels() {
+  return nullptr;
+}
+}  // namespace kestrelon
+
+#endif

@@ -1,0 +1,182 @@
+#include "imaging/row_kernels.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <random>
+#include <vector>
+
+#include "imaging/tones.h"
+
+namespace kestrelon {
+namespace {
+
+std::vector<const RowKernels*> kernel_sets() {
+  std::vector<const RowKernels*> sets = {&plain_row_kernels()};
+  for (const RowKernels* set : {sse2_row_kernels(), avx2_row_kernels()}) {
+    if (set) sets.push_back(set);
+  }
+  return sets;
+}
+
+// The blend rule as a caller would write it down.
+int blended(int src, int dst, int alpha, int global) {
+  if (alpha == 0) return dst;
+  if (global == 255) return alpha == 255 ? src : std::min(255, src + dst * (255 - alpha) / 255);
+  const int effective = alpha * global / 255;
+  return std::min(255, src * global / 255 + dst * (255 - effective) / 255);
+}
+
+// Every alpha, destination and global alpha; the colours are the largest allowed, one inside the
+// range, and one that no valid image holds, which must saturate.
+TEST(BlendRows, EveryAlphaDestinationAndGlobalAlphaFollowTheRule) {
+  std::vector<uint8_t> src(256 * 256 * 4), before(src.size()), expected(src.size());
+  for (int global = 1; global < 256; ++global) {
+    const bool keep_alpha = global % 3 == 0;
+    for (size_t i = 0; i < src.size(); i += 4) {
+      const int alpha = static_cast<int>(i >> 10), d = static_cast<int>(i >> 2 & 255);
+      const int colours[4] = {alpha, (d * 31 + global) % (alpha + 1), 255, alpha};
+      for (size_t c = 0; c < 4; ++c) {
+        src[i + c] = static_cast<uint8_t>(colours[c]);
+        before[i + c] = static_cast<uint8_t>(d);
+        const bool stays = keep_alpha && c == 3;
+        expected[i + c] = static_cast<uint8_t>(stays ? d : blended(colours[c], d, alpha, global));
+      }
+    }
+    for (const RowKernels* set : kernel_sets()) {
+      std::vector<uint8_t> dst = before;
+      set->blend(dst.data(), 0, src.data(), 0, dst.size() / 4, 1, static_cast<uint32_t>(global),
+                 keep_alpha);
+      const auto differ = std::mismatch(dst.begin(), dst.end(), expected.begin());
+      ASSERT_TRUE(differ.first == dst.end())
+          << set->name << " global " << global << " at " << differ.first - dst.begin();
+    }
+  }
+}
+
+TEST(BlendRows, RectanglesWithAnyStrideAndWidthTouchNothingElse) {
+  for (const RowKernels* set : kernel_sets()) {
+    for (size_t width = 0; width < 20; ++width) {
+      std::vector<uint8_t> src(3 * 80, 0xFF), dst(3 * 96 + 1, 0x11);
+      set->blend(dst.data() + 1 + 2 * 96, -96, src.data(), 80, width, 3, 255, false);
+      for (size_t i = 0; i < dst.size(); ++i) {
+        const bool inside = i > 0 && (i - 1) % 96 < width * 4;
+        ASSERT_EQ(dst[i], inside ? 0xFF : 0x11) << set->name << ' ' << width << " at " << i;
+      }
+    }
+  }
+}
+
+TEST(LightRows, EveryAlphaAndColourFollowTheRule) {
+  for (float percent :
+       {-100.f, -99.f, -50.f, -7.5f, -1.f, -.1f, .3f, 1.f, 33.f, 50.f, 98.f, 100.f}) {
+    const LightTable table = light_table(static_cast<double>(percent));
+    const float adjustment = static_cast<float>(static_cast<double>(percent) / 100 * 255);
+    for (const RowKernels* set : kernel_sets()) {
+      std::vector<uint8_t> src;
+      for (int alpha = 0; alpha < 256; ++alpha) {
+        for (int c = 0; c < 256; ++c) {
+          for (int v : {c, alpha * c / 255, 255 - c, alpha}) src.push_back(static_cast<uint8_t>(v));
+        }
+      }
+      std::vector<uint8_t> dst(src.size());
+      set->light(dst.data(), src.data(), src.size() / 4 - 1, table);
+      for (size_t i = 0; i + 4 < src.size(); ++i) {
+        const int alpha = src[i | 3];
+        const int delta =
+            static_cast<int>(std::nearbyint(static_cast<double>(adjustment) * alpha)) / 255;
+        int expected = src[i];
+        if (i % 4 != 3 && alpha != 0) {
+          expected =
+              percent < 0 ? std::max(expected + delta, 0) : std::min(expected + delta, alpha);
+        }
+        ASSERT_EQ(dst[i], expected) << set->name << ' ' << percent << " at " << i;
+      }
+    }
+  }
+}
+
+// The sum of the three products is exact in double precision, so rounding it once is the rule.
+TEST(GrayRows, AllFormulasRoundTheExactSumHalvesToEven) {
+  for (int formula = 0; formula < 9; ++formula) {
+    const GrayFormula f = gray_formula(static_cast<GrayScale>(formula));
+    const GrayWeights weights = gray_weights(static_cast<GrayScale>(formula));
+    std::vector<uint8_t> src(256 * 256 * 4);
+    std::vector<std::vector<uint8_t>> out(3, std::vector<uint8_t>(src.size()));
+    for (int k = 0; k < 24; ++k) {
+      for (size_t i = 0; i < src.size() / 4; ++i) {
+        src[i * 4] = static_cast<uint8_t>(i);
+        src[i * 4 + 1] = static_cast<uint8_t>(i >> 8);
+        src[i * 4 + 2] = static_cast<uint8_t>(k * 11 + static_cast<int>(i * 7 + (i >> 8) * 3));
+        src[i * 4 + 3] = i % 97 == 0 ? 0 : 255;
+      }
+      const auto sets = kernel_sets();
+      for (size_t s = 0; s < sets.size(); ++s)
+        sets[s]->gray(out[s].data(), src.data(), src.size() / 4, weights);
+      for (size_t i = 0; i < src.size(); i += 4) {
+        const double sum = static_cast<double>(f.blue) * src[i] +
+                           static_cast<double>(f.green) * src[i + 1] +
+                           static_cast<double>(f.red) * src[i + 2];
+        const auto expected =
+            src[i + 3] == 0 ? src[i + 1] : static_cast<uint8_t>(std::nearbyint(sum));
+        ASSERT_EQ(out[0][i + 1], expected) << formula << " at " << i;
+      }
+      for (size_t s = 1; s < sets.size(); ++s) ASSERT_EQ(out[s], out[0]) << sets[s]->name;
+    }
+  }
+}
+
+TEST(MixRows, AllSetsGiveEqualBytes) {
+  std::mt19937 random(7);
+  const auto sets = kernel_sets();
+  std::vector<uint8_t> upper(4 * 103), lower(upper.size());
+  for (auto* row : {&upper, &lower}) {
+    for (uint8_t& byte : *row) byte = static_cast<uint8_t>(random());
+  }
+  std::vector<ColumnWeight<float>> columns;
+  std::vector<ColumnWeight<double>> wide_columns;
+  std::vector<int32_t> places;
+  for (uint32_t x = 0; x < 101; ++x) {
+    const double far = x / 101.0 / 32767, near = (101 - x) / 101.0 / 32767;
+    columns.push_back({(x * 37) % 102, static_cast<float>(near), static_cast<float>(far)});
+    wide_columns.push_back({(x * 37) % 102, near, far});
+    places.push_back(static_cast<int32_t>((x * 53) % 103));
+  }
+  for (int weight : {0, 1, 500, 32767}) {
+    const RowPair rows{upper.data(), lower.data(), weight, 32767 - weight};
+    std::vector<std::vector<uint8_t>> results;
+    for (const RowKernels* set : sets) {
+      auto& out = results.emplace_back(4 * (3 * columns.size() + 103));
+      uint8_t* to = out.data();
+      set->mix(to, rows, columns.data(), columns.size(), 0x1p-13f);
+      set->mix_wide(to + 404, rows, wide_columns.data(), columns.size(), 0x1p-30);
+      set->pick(to + 808, upper.data(), places.data(), places.size());
+      set->reverse(to + 1212, upper.data(), 103);
+      EXPECT_EQ(results.back(), results.front()) << set->name;
+    }
+  }
+}
+
+TEST(RotateRows, AllSetsGiveEqualBytesUpToTheEdges) {
+  std::mt19937 random(11);
+  std::vector<uint8_t> source(5 * 7 * 4);
+  for (uint8_t& byte : source) byte = static_cast<uint8_t>(random());
+  const auto unit = int64_t{1} << 32;
+  for (int k = 0; k < 200; ++k) {
+    RotatedRun run{source.data(), 5 * 4, 4, 6, 0, 0, 0, 0};
+    run.x = static_cast<int64_t>(random()) * 5;
+    run.y = static_cast<int64_t>(random()) * 7;
+    run.dx = (5 * unit - 1 - run.x) / 9;
+    run.dy = -run.y / 9;
+    std::vector<std::vector<uint8_t>> out;
+    for (const RowKernels* set : kernel_sets()) {
+      out.emplace_back(10 * 4);
+      set->rotate_bilinear(out.back().data(), run, 10);
+      ASSERT_EQ(out.back(), out.front()) << set->name;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace kestrelon
