@@ -21,13 +21,14 @@ std::span<const uint8_t> bytes_of(const std::string& ansi) {
   return {reinterpret_cast<const uint8_t*>(ansi.data()), ansi.size()};
 }
 
-void append_hex(std::wstring& text, uint32_t value, int digits, std::wstring_view alphabet) {
-  for (int shift = 4 * (digits - 1); shift >= 0; shift -= 4) text += alphabet[value >> shift & 15];
+// Writes `digits` digits of `value` to `out`.
+void put_hex(wchar_t* out, uint32_t value, size_t digits, std::wstring_view alphabet) {
+  for (size_t i = digits; i-- > 0; value >>= 4) out[i] = alphabet[value & 15];
 }
 
 std::wstring crc_digits(uint32_t crc) {
-  std::wstring text;
-  append_hex(text, crc, 8, kUpper);
+  std::wstring text(8, L'0');
+  put_hex(text.data(), crc, text.size(), kUpper);
   return text;
 }
 
@@ -62,8 +63,9 @@ void append_word(std::string& bytes, uint16_t word) {
 std::wstring md5_text(std::wstring_view text) {
   Md5 md5;
   md5.update(bytes_of(to_ansi(text)));
-  std::wstring digits;
-  for (const uint8_t byte : md5.finish()) append_hex(digits, byte, 2, kLower);
+  const auto digest = md5.finish();
+  std::wstring digits(2 * digest.size(), L'0');
+  for (size_t i = 0; i < digest.size(); ++i) put_hex(&digits[2 * i], digest[i], 2, kLower);
   return digits;
 }
 
@@ -92,10 +94,13 @@ std::wstring encrypt_text(std::wstring_view text, std::wstring_view key) {
   for (size_t i = 0; i < blocks.size(); ++i)
     for (size_t k = 0; k < 3; ++k) blocks[i][k] = word_of(bytes, i * kBlockCharacters + 2 * k);
   cipher_of(key).encrypt(blocks);
-  std::wstring digits;
-  digits.reserve(blocks.size() * kBlockDigits);
+  std::wstring digits(blocks.size() * kBlockDigits, L'0');
+  wchar_t* out = digits.data();
   for (const SkipjackBlock& block : blocks)
-    for (const uint16_t word : block) append_hex(digits, word, 4, kUpper);
+    for (const uint16_t word : block) {
+      put_hex(out, word, 4, kUpper);
+      out += 4;
+    }
   return digits;
 }
 

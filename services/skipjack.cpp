@@ -56,41 +56,53 @@ struct RoundTables {
   }
 };
 
+template <bool RuleA, size_t Lanes, class Tables>
+void encrypt_round(Words<Lanes>& w, const Tables& tables, size_t round) {
+  const RoundTables<Tables> g(tables, round);
+  const auto counter = static_cast<uint32_t>(round + 1);
+#pragma GCC unroll 4
+  for (size_t i = 0; i < Lanes; ++i) {
+    const uint32_t made = g.forward(w[0][i]);
+    const uint32_t first = RuleA ? made ^ w[3][i] ^ counter : w[3][i];
+    const uint32_t third = RuleA ? w[1][i] : w[0][i] ^ w[1][i] ^ counter;
+    w[3][i] = w[2][i];
+    w[2][i] = third;
+    w[1][i] = made;
+    w[0][i] = first;
+  }
+}
+
+template <bool RuleA, size_t Lanes, class Tables>
+void decrypt_round(Words<Lanes>& w, const Tables& tables, size_t round) {
+  const RoundTables<Tables> g(tables, round);
+  const auto counter = static_cast<uint32_t>(round + 1);
+#pragma GCC unroll 4
+  for (size_t i = 0; i < Lanes; ++i) {
+    const uint32_t first = g.backward(w[1][i]);
+    const uint32_t second = RuleA ? w[2][i] : first ^ w[2][i] ^ counter;
+    const uint32_t fourth = RuleA ? w[0][i] ^ w[1][i] ^ counter : w[0][i];
+    w[0][i] = first;
+    w[1][i] = second;
+    w[2][i] = w[3][i];
+    w[3][i] = fourth;
+  }
+}
+
+// Eight rounds of rule A and eight of rule B, twice.
 template <size_t Lanes, class Tables>
 void encrypt_lanes(Words<Lanes>& w, const Tables& tables) {
-  for (size_t round = 0; round < kRounds; ++round) {
-    const RoundTables<Tables> g(tables, round);
-    const auto counter = static_cast<uint32_t>(round + 1);
-    const bool rule_a = is_rule_a(round);
-#pragma GCC unroll 4
-    for (size_t i = 0; i < Lanes; ++i) {
-      const uint32_t made = g.forward(w[0][i]);
-      const uint32_t first = rule_a ? made ^ w[3][i] ^ counter : w[3][i];
-      const uint32_t third = rule_a ? w[1][i] : w[0][i] ^ w[1][i] ^ counter;
-      w[3][i] = w[2][i];
-      w[2][i] = third;
-      w[1][i] = made;
-      w[0][i] = first;
-    }
+  for (size_t half = 0; half < kRounds; half += 16) {
+    for (size_t round = half; round < half + 8; ++round) encrypt_round<true>(w, tables, round);
+    for (size_t round = half + 8; round < half + 16; ++round)
+      encrypt_round<false>(w, tables, round);
   }
 }
 
 template <size_t Lanes, class Tables>
 void decrypt_lanes(Words<Lanes>& w, const Tables& tables) {
-  for (size_t round = kRounds; round-- > 0;) {
-    const RoundTables<Tables> g(tables, round);
-    const auto counter = static_cast<uint32_t>(round + 1);
-    const bool rule_a = is_rule_a(round);
-#pragma GCC unroll 4
-    for (size_t i = 0; i < Lanes; ++i) {
-      const uint32_t first = g.backward(w[1][i]);
-      const uint32_t second = rule_a ? w[2][i] : first ^ w[2][i] ^ counter;
-      const uint32_t fourth = rule_a ? w[0][i] ^ w[1][i] ^ counter : w[0][i];
-      w[0][i] = first;
-      w[1][i] = second;
-      w[2][i] = w[3][i];
-      w[3][i] = fourth;
-    }
+  for (size_t half = kRounds; half > 0; half -= 16) {
+    for (size_t round = half; round-- > half - 8;) decrypt_round<false>(w, tables, round);
+    for (size_t round = half - 8; round-- > half - 16;) decrypt_round<true>(w, tables, round);
   }
 }
 

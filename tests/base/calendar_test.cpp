@@ -38,8 +38,13 @@ TEST(Calendar, KnowsLeapYears) {
   EXPECT_EQ(days_in_month(2100, 2), 28);
   EXPECT_EQ(days_in_month(2024, 0), 0);
   EXPECT_EQ(days_in_month(2024, 13), 0);
-  for (const CalendarDate date : {CalendarDate{99, 12, 31}, {10000, 1, 1}, {2023, 2, 29},
-                                  {2024, 4, 31}, {2024, 1, 0}, {2024, 13, 1}, {2024, 0, 1}})
+  for (const CalendarDate date : {CalendarDate{99, 12, 31},
+                                  {10000, 1, 1},
+                                  {2023, 2, 29},
+                                  {2024, 4, 31},
+                                  {2024, 1, 0},
+                                  {2024, 13, 1},
+                                  {2024, 0, 1}})
     EXPECT_FALSE(is_real_date(date)) << date.year << '-' << date.month << '-' << date.day;
 }
 
@@ -57,8 +62,8 @@ TEST(DateValue, HoldsTimesAsFractions) {
 }
 
 TEST(DateValue, RefusesWhatIsNoDate) {
-  for (const double value : {std::nan(""), 1e300, -1e300, 2958466.0, -657435.0,
-                             std::numeric_limits<double>::infinity()})
+  for (const double value :
+       {std::nan(""), 1e300, -1e300, 2958466.0, -657435.0, std::numeric_limits<double>::infinity()})
     EXPECT_EQ(date_time_of_value(value), std::nullopt) << value;
   EXPECT_EQ(date_time_of_value(2958465.9999999), std::nullopt);  // rounds past the last day
 }

@@ -68,8 +68,8 @@ TEST(Crc32Text, HasNoLeadingZeros) {
   bool short_one = false;
   for (int i = 0; i < 3000; ++i) {
     const std::string text = std::to_string(i);
-    const auto value = ::crc32(0, reinterpret_cast<const Bytef*>(text.data()),
-                               static_cast<uInt>(text.size()));
+    const auto value =
+        ::crc32(0, reinterpret_cast<const Bytef*>(text.data()), static_cast<uInt>(text.size()));
     char expected[16];
     std::snprintf(expected, sizeof expected, "%lX", value);
     short_one = short_one || std::string(expected).size() < 7;
@@ -89,7 +89,8 @@ TEST(Crc32, AgreesWithZlibAtEveryLengthAndAlignment) {
           static_cast<uint32_t>(::crc32(~state, piece.data(), static_cast<uInt>(length)));
       ASSERT_EQ(~crc32_detail::by_tables(piece, state), expected) << from << ", " << length;
       if (crc32_detail::has_multiplication()) {
-        ASSERT_EQ(~crc32_detail::by_multiplication(piece, state), expected) << from << ", " << length;
+        ASSERT_EQ(~crc32_detail::by_multiplication(piece, state), expected)
+            << from << ", " << length;
       }
     }
 }

@@ -6,6 +6,7 @@
 #include <clocale>
 #include <set>
 #include <string>
+#include <vector>
 
 namespace kestrelon {
 namespace {
@@ -37,19 +38,22 @@ std::wstring written(int format, CalendarDate date) {
   return text;
 }
 
-class DateFormats : public testing::TestWithParam<const char*> {
+// Runs under the plain locale and under the first of the user's kind that the machine has.
+class DateFormats : public testing::TestWithParam<std::vector<const char*>> {
  protected:
   void SetUp() override {
     before_ = std::setlocale(LC_ALL, nullptr);
-    if (std::setlocale(LC_ALL, GetParam()) == nullptr) GTEST_SKIP() << "locale not installed";
+    for (const char* name : GetParam())
+      if (std::setlocale(LC_ALL, name) != nullptr) return;
+    FAIL() << "no such locale on this machine";
   }
   void TearDown() override { std::setlocale(LC_ALL, before_.c_str()); }
   std::string before_;
 };
 
 TEST_P(DateFormats, GoRoundThroughEveryOtherOfTheirGroup) {
-  const CalendarDate dates[] = {{2024, 2, 29}, {1999, 12, 31}, {2000, 1, 1}, {2029, 10, 5},
-                                {1930, 3, 9},  {2005, 11, 30}};
+  const CalendarDate dates[] = {{2024, 2, 29}, {1999, 12, 31}, {2000, 1, 1},
+                                {2029, 10, 5}, {1930, 3, 9},   {2005, 11, 30}};
   int pairs = 0;
   for (int from = 0; from < kDateFormatCount; ++from)
     for (int to = 0; to < kDateFormatCount; ++to) {
@@ -84,12 +88,10 @@ TEST_P(DateFormats, AreFoundInAnyCaseAndAreAllDifferent) {
   EXPECT_EQ(date_format_text(78), L"");
 }
 
-INSTANTIATE_TEST_SUITE_P(Locales, DateFormats, testing::Values("C", "C.UTF-8", "pt_BR.UTF-8"),
-                         [](const auto& one) {
-                           std::string name = one.param;
-                           std::erase_if(name, [](char c) { return !isalnum(c); });
-                           return name;
-                         });
+const std::vector<const char*> kPlain = {"C"};
+const std::vector<const char*> kOfUsers = {"pt_BR.UTF-8", "Portuguese_Brazil", "de_DE.UTF-8",
+                                           "C.UTF-8",     "English",           ""};
+INSTANTIATE_TEST_SUITE_P(Locales, DateFormats, testing::Values(kPlain, kOfUsers));
 
 struct Case {
   const wchar_t* text;
@@ -170,27 +172,40 @@ TEST(FormatDate, GivesTheTextBackForAnUnknownFormat) {
   EXPECT_EQ(format_date(L"1/2/3", -1), L"1/2/3");
 }
 
-int format_number(const wchar_t* format) { return find_date_format(format).value(); }
+int format_number(const wchar_t* format) {
+  return find_date_format(format).value();
+}
 
 TEST(IsValidDate, LooksAtTheYearTheTextTells) {
   const struct {
     const wchar_t* text;
     const wchar_t* format;
     bool valid;
-  } cases[] = {
-      {L"29/02/2024", L"dd/mm/yyyy", true},  {L"29/02/2023", L"dd/mm/yyyy", false},
-      {L"29/02/1900", L"dd/mm/yy", false},   {L"29/02/00", L"dd/mm/yy", true},
-      {L"29/02", L"dd/mm", true},            {L"30/02", L"dd/mm", false},
-      {L"29/02/2023", L"dd/mm", false},      {L"29/02/2024", L"dd/mm", true},
-      {L"31/02/2024", L"mm/yyyy", false},    {L"13/2024", L"mm/yyyy", false},
-      {L"00/2024", L"mm/yyyy", false},       {L"12/2024", L"mm/yyyy", true},
-      {L"31/04/2024", L"dd/mm/yyyy", false}, {L"32/01/2024", L"dd/mm/yyyy", false},
-      {L"0/1/2024", L"d/m/yyyy", false},     {L"1/0/2024", L"d/m/yyyy", false},
-      {L"12/31/2024", L"mm/dd/yyyy", true},  {L"31/12/2024", L"mm/dd/yyyy", false},
-      {L"1/1/0000", L"d/m/yyyy", false},     {L"1/1/0099", L"d/m/yyyy", false},
-      {L"1/1/100", L"d/m/yyyy", true},       {L"1/1/10000", L"d/m/yyyy", false},
-      {L"", L"dd/mm/yyyy", false},           {L"hoje", L"dd/mm/yyyy", false},
-      {L"1/1/2024 rubbish", L"d/m/yyyy", true}};
+  } cases[] = {{L"29/02/2024", L"dd/mm/yyyy", true},
+               {L"29/02/2023", L"dd/mm/yyyy", false},
+               {L"29/02/1900", L"dd/mm/yy", false},
+               {L"29/02/00", L"dd/mm/yy", true},
+               {L"29/02", L"dd/mm", true},
+               {L"30/02", L"dd/mm", false},
+               {L"29/02/2023", L"dd/mm", false},
+               {L"29/02/2024", L"dd/mm", true},
+               {L"31/02/2024", L"mm/yyyy", false},
+               {L"13/2024", L"mm/yyyy", false},
+               {L"00/2024", L"mm/yyyy", false},
+               {L"12/2024", L"mm/yyyy", true},
+               {L"31/04/2024", L"dd/mm/yyyy", false},
+               {L"32/01/2024", L"dd/mm/yyyy", false},
+               {L"0/1/2024", L"d/m/yyyy", false},
+               {L"1/0/2024", L"d/m/yyyy", false},
+               {L"12/31/2024", L"mm/dd/yyyy", true},
+               {L"31/12/2024", L"mm/dd/yyyy", false},
+               {L"1/1/0000", L"d/m/yyyy", false},
+               {L"1/1/0099", L"d/m/yyyy", false},
+               {L"1/1/100", L"d/m/yyyy", true},
+               {L"1/1/10000", L"d/m/yyyy", false},
+               {L"", L"dd/mm/yyyy", false},
+               {L"hoje", L"dd/mm/yyyy", false},
+               {L"1/1/2024 rubbish", L"d/m/yyyy", true}};
   for (const auto& c : cases)
     EXPECT_EQ(is_valid_date(c.text, format_number(c.format)), c.valid)
         << testing::PrintToString(std::wstring(c.text));

@@ -11,11 +11,24 @@ TEST(IsValidTime, TakesHoursMinutesAndPerhapsSeconds) {
   const struct {
     const wchar_t* text;
     bool valid;
-  } cases[] = {{L"0:0", true},       {L"23:59:59", true}, {L"00:00:00", true}, {L"007:05", true},
-               {L"24:00", false},    {L"23:60", false},   {L"23:59:60", false}, {L"23", false},
-               {L"1:2:3:4", false},  {L"1:2:", false},    {L":2", false},      {L"", false},
-               {L"a:1", false},      {L"1: 2", false},    {L"-1:0", false},    {L"1.5:0", false},
-               {L"99999999999999999999:0", false}, {L"4294967296:0", false}};
+  } cases[] = {{L"0:0", true},
+               {L"23:59:59", true},
+               {L"00:00:00", true},
+               {L"007:05", true},
+               {L"24:00", false},
+               {L"23:60", false},
+               {L"23:59:60", false},
+               {L"23", false},
+               {L"1:2:3:4", false},
+               {L"1:2:", false},
+               {L":2", false},
+               {L"", false},
+               {L"a:1", false},
+               {L"1: 2", false},
+               {L"-1:0", false},
+               {L"1.5:0", false},
+               {L"99999999999999999999:0", false},
+               {L"4294967296:0", false}};
   for (const auto& c : cases)
     EXPECT_EQ(is_valid_time(c.text), c.valid) << testing::PrintToString(std::wstring(c.text));
   EXPECT_TRUE(is_valid_time(L"12h30", L"h"));

@@ -17,7 +17,7 @@ namespace kestrelon {
 struct FakeContent {
   uint64_t size = 0;
   std::function<void(uint64_t at, std::span<uint8_t>)> fill;
-  uint64_t fails_at = ~uint64_t{0};  // a read that reaches this far fails
+  uint64_t fails_at = ~uint64_t{0};   // a read that reaches this far fails
   uint64_t told_size = ~uint64_t{0};  // where the size told differs from what can be read
 };
 

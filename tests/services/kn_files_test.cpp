@@ -15,10 +15,14 @@ namespace {
 TEST(Paths, GiveExtensionAndFolder) {
   const struct {
     const wchar_t *path, *extension, *folder;
-  } cases[] = {{L"C:\\a\\b.txt", L"txt", L"C:\\a\\"},  {L"b.tar.gz", L"gz", L""},
-               {L"C:\\a.b\\c", L"", L"C:\\a.b\\"},     {L"C:\\a\\.b", L"b", L"C:\\a\\"},
-               {L"C:\\a\\b.", L"", L"C:\\a\\"},        {L"", L"", L""},
-               {L"C:\\", L"", L"C:\\"},                {L"\\\\s\\t\\é.ção", L"ção", L"\\\\s\\t\\"}};
+  } cases[] = {{L"C:\\a\\b.txt", L"txt", L"C:\\a\\"},
+               {L"b.tar.gz", L"gz", L""},
+               {L"C:\\a.b\\c", L"", L"C:\\a.b\\"},
+               {L"C:\\a\\.b", L"b", L"C:\\a\\"},
+               {L"C:\\a\\b.", L"", L"C:\\a\\"},
+               {L"", L"", L""},
+               {L"C:\\", L"", L"C:\\"},
+               {L"\\\\s\\t\\é.ção", L"ção", L"\\\\s\\t\\"}};
   for (const auto& c : cases) {
     EXPECT_EQ(file_extension(c.path), c.extension);
     EXPECT_EQ(folder_part(c.path), c.folder);
@@ -33,9 +37,11 @@ TEST(Paths, ListTheFoldersThatCanBeMade) {
   EXPECT_EQ(folder_levels(L"C:a"), (Levels{L"C:a"}));
   EXPECT_EQ(folder_levels(L"\\\\server\\share\\a\\b"),
             (Levels{L"\\\\server\\share\\a", L"\\\\server\\share\\a\\b"}));
-  EXPECT_EQ(folder_levels(L"\\\\?\\UNC\\server\\share\\a"), (Levels{L"\\\\?\\UNC\\server\\share\\a"}));
+  EXPECT_EQ(folder_levels(L"\\\\?\\UNC\\server\\share\\a"),
+            (Levels{L"\\\\?\\UNC\\server\\share\\a"}));
   EXPECT_EQ(folder_levels(L"\\\\?\\C:\\a"), (Levels{L"\\\\?\\C:\\a"}));
-  for (const wchar_t* root : {L"", L"C:\\", L"C:", L"\\", L"\\\\server\\share", L"\\\\server", L"\\\\"})
+  for (const wchar_t* root :
+       {L"", L"C:\\", L"C:", L"\\", L"\\\\server\\share", L"\\\\server", L"\\\\"})
     EXPECT_EQ(folder_levels(root), Levels{}) << testing::PrintToString(std::wstring(root));
   EXPECT_EQ(without_trailing_separator(L"C:\\a\\\\"), L"C:\\a");
   EXPECT_EQ(without_trailing_separator(L"C:\\"), L"C:\\");
@@ -47,8 +53,8 @@ TEST(FileName, HoldsNoForbiddenCharacter) {
   EXPECT_FALSE(is_valid_file_name(L""));
   EXPECT_FALSE(is_valid_file_name(L"  "));
   for (const wchar_t c : std::wstring_view(L"\\/:*?\"<>|\r\n")) {
-    for (const std::wstring& name : {std::wstring(1, c) + L"ab", L"a" + std::wstring(1, c) + L"b",
-                                     L"ab" + std::wstring(1, c)})
+    for (const std::wstring& name :
+         {std::wstring(1, c) + L"ab", L"a" + std::wstring(1, c) + L"b", L"ab" + std::wstring(1, c)})
       EXPECT_FALSE(is_valid_file_name(name));
   }
 }
@@ -101,7 +107,7 @@ TEST(Files, AreComparedByteByByteInBlocks) {
     EXPECT_TRUE(files_are_equal(machine, L"a", L" b "));
     for (const size_t at : {size_t{0}, size / 2, size - 1}) {
       if (size == 0) break;
-      machine.files[L"b"].fill = [&](uint64_t from, std::span<uint8_t> out) {
+      machine.files[L"b"].fill = [at, pattern](uint64_t from, std::span<uint8_t> out) {
         pattern(from, out);
         if (at >= from && at < from + out.size()) out[static_cast<size_t>(at - from)] ^= 1;
       };
@@ -109,7 +115,7 @@ TEST(Files, AreComparedByteByByteInBlocks) {
     }
   }
   EXPECT_LE(machine.largest_read, kFileBlock);
-  machine.files[L"b"].size += 1;
+  machine.files[L"b"] = {machine.files[L"a"].size + 1, pattern};
   EXPECT_FALSE(files_are_equal(machine, L"a", L"b"));
   machine.files[L"b"].told_size = machine.files[L"a"].size;  // grew after it was measured
   EXPECT_FALSE(files_are_equal(machine, L"a", L"b"));

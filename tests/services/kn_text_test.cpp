@@ -24,7 +24,7 @@ TEST(TextBetween, SearchesWithoutRegardToCase) {
   EXPECT_EQ(text_between(L"x AÇÃO y fim", L"ação", L"FIM"), L" y ");
   EXPECT_EQ(text_between(L"]a[b]c", L"[", L"]"), L"b");
   EXPECT_EQ(text_between(L"||", L"|", L"|"), L"");
-  EXPECT_EQ(text_between(L"|x", L"|", L"|"), L"");   // one mark cannot be both
+  EXPECT_EQ(text_between(L"|x", L"|", L"|"), L"");  // one mark cannot be both
   EXPECT_EQ(text_between(L"abc", L"z", L"c"), L"");
   EXPECT_EQ(text_between(L"abc", L"a", L"z"), L"");
   EXPECT_EQ(text_between(L"abc", L"", L"c"), L"ab");

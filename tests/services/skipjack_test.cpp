@@ -17,11 +17,16 @@ namespace in_text {
 
 const char* const kDigits = "0123456789abcdef";
 const std::string kF =
-    "a3d70983f848f6f4b321157899b1aff9e72d4d8ace4cca2e5295d91e4e3844280adf02a017f1606812b77ac3e9fa3d53"
-    "96846bbaf2639a197caee5f5f7166aa239b67b0fc193811beeb41aead0912fb855b9da853f41bfe05a58805f660bd890"
-    "35d5c0a733066569450094566d989b7697fcb2c2b0fedb20e1ebd6e4dd474a1d42ed9e6e493ccd4327d207d4dec76718"
-    "89cb301f8dc68faac874dcc95d5c31a47088612c9f0d2b8750825464267d0340344b1c73d1c4fd3bccfb7fabe63e5ba5"
-    "ad04239c145122f02979717eff8c0ee20cefbc72756f37a1ecd38e628b8610e8087711be924f24c532369dcff3a6bbac"
+    "a3d70983f848f6f4b321157899b1aff9e72d4d8ace4cca2e5295d91e4e3844280adf02a017f1606812b77ac3e9fa3d"
+    "53"
+    "96846bbaf2639a197caee5f5f7166aa239b67b0fc193811beeb41aead0912fb855b9da853f41bfe05a58805f660bd8"
+    "90"
+    "35d5c0a733066569450094566d989b7697fcb2c2b0fedb20e1ebd6e4dd474a1d42ed9e6e493ccd4327d207d4dec767"
+    "18"
+    "89cb301f8dc68faac874dcc95d5c31a47088612c9f0d2b8750825464267d0340344b1c73d1c4fd3bccfb7fabe63e5b"
+    "a5"
+    "ad04239c145122f02979717eff8c0ee20cefbc72756f37a1ecd38e628b8610e8087711be924f24c532369dcff3a6bb"
+    "ac"
     "5e6ca9135725b5e3bda83a0105592a46";
 
 // Digit by digit from the right; the left part of the longer text stays as it is.
@@ -36,9 +41,13 @@ std::string exclusive_or(std::string a, std::string b) {
   return a;
 }
 
-std::string f(const std::string& pair) { return kF.substr(2 * std::stoul(pair, nullptr, 16), 2); }
+std::string f(const std::string& pair) {
+  return kF.substr(2 * std::stoul(pair, nullptr, 16), 2);
+}
 
-std::string key_pair(const std::string& key, size_t entry) { return key.substr(entry % 10 * 2, 2); }
+std::string key_pair(const std::string& key, size_t entry) {
+  return key.substr(entry % 10 * 2, 2);
+}
 
 std::string g(const std::string& word, const std::string& key, size_t round) {
   std::string left = word.substr(0, 2), right = word.substr(2, 2);
@@ -109,8 +118,8 @@ TEST(Skipjack, AgreesWithTheArithmeticOnTextForManyBlocksAndKeys) {
     for (auto& block : blocks) {
       for (auto& word : block) word = static_cast<uint16_t>(random());
       const std::string plain = hex(block);
-      expected.push_back(in_text::encrypt(plain.substr(0, 4), plain.substr(4, 4), plain.substr(8, 4),
-                                          plain.substr(12), key_text));
+      expected.push_back(in_text::encrypt(plain.substr(0, 4), plain.substr(4, 4),
+                                          plain.substr(8, 4), plain.substr(12), key_text));
     }
     const auto plain_blocks = blocks;
     cipher.encrypt(blocks);
@@ -133,8 +142,8 @@ TEST(EncryptText, TreatsTheEmptyFourthWordAsNoDigits) {
     }
     std::string masked;
     for (const wchar_t c : text) masked += {in_text::kDigits[c >> 4], in_text::kDigits[c & 15]};
-    std::string expected = in_text::encrypt(masked.substr(0, 4), masked.substr(4, 4),
-                                            masked.substr(8, 4), "", key);
+    std::string expected =
+        in_text::encrypt(masked.substr(0, 4), masked.substr(4, 4), masked.substr(8, 4), "", key);
     for (char& c : expected) c = static_cast<char>(std::toupper(c));
     ASSERT_EQ(encrypt_text(text, std::wstring(key.begin(), key.end())),
               std::wstring(expected.begin(), expected.end()));
