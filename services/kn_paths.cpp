@@ -66,4 +66,16 @@ std::vector<std::wstring> folder_levels(std::wstring_view path) {
   return levels;
 }
 
+std::wstring browsable_url(std::wstring_view text) {
+  text = trim_blanks(text);
+  if (equals_ignoring_case(text.substr(0, 4), L"www.")) return L"http://" + std::wstring(text);
+  const std::wstring folded = fold_case(text);
+  const size_t colon = folded.find(L':');
+  const bool has_scheme =
+      colon != npos && colon >= 2 && colon + 1 < text.size() && folded[0] >= L'a' &&
+      folded[0] <= L'z' &&
+      folded.find_first_not_of(L"abcdefghijklmnopqrstuvwxyz0123456789+-.") == colon;
+  return has_scheme ? std::wstring(text) : std::wstring();
+}
+
 }  // namespace kestrelon

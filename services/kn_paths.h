@@ -23,4 +23,9 @@ std::wstring without_trailing_separator(std::wstring_view path);
 /// server and share of a network path is among them.
 std::vector<std::wstring> folder_levels(std::wstring_view path);
 
+/// The address to hand to a browser: as it stands with a scheme of two letters or more ("mailto:"
+/// and its like), after "http://" when it begins with "www.", otherwise "", so that no program is
+/// started by its path.
+std::wstring browsable_url(std::wstring_view text);
+
 }  // namespace kestrelon

@@ -59,6 +59,15 @@ TEST(FileName, HoldsNoForbiddenCharacter) {
   }
 }
 
+TEST(BrowsableUrl, IsNoPathOfAProgram) {
+  EXPECT_EQ(browsable_url(L" https://exemplo.com.br/?a=1 "), L"https://exemplo.com.br/?a=1");
+  EXPECT_EQ(browsable_url(L"MAILTO:a@b.com"), L"MAILTO:a@b.com");
+  EXPECT_EQ(browsable_url(L"WWW.exemplo.com"), L"http://WWW.exemplo.com");
+  for (const wchar_t* none : {L"", L"calc.exe", L"C:\\a.exe", L"c:a", L"://x", L"http:", L"9a:b",
+                              L"\\\\s\\t:x", L"a b:c"})
+    EXPECT_EQ(browsable_url(none), L"") << testing::PrintToString(std::wstring(none));
+}
+
 TEST(Files, AreToldFromFolders) {
   FakePlatform machine;
   machine.files[L"C:\\a\\f"] = content_of("x");
