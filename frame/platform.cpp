@@ -27,8 +27,21 @@ const SystemFacts& system_facts() {
   return facts;
 }
 
-// The window behind a late-bound "hWnd"; null when the object has none.
-HWND late_bound_window(IDispatch* object) {
+using TrackFunction = BOOL(WINAPI*)(TRACKMOUSEEVENT*);
+
+TrackFunction find_track_function() {
+  if (IsFunctionExported("TrackMouseEvent", "User32"))
+    return reinterpret_cast<TrackFunction>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("User32"), "TrackMouseEvent")));
+  if (IsFunctionExported("_TrackMouseEvent", "Comctl32"))  // stays loaded from here on
+    return reinterpret_cast<TrackFunction>(
+        reinterpret_cast<void*>(GetProcAddress(LoadLibraryA("Comctl32"), "_TrackMouseEvent")));
+  return nullptr;
+}
+
+}  // namespace
+
+HWND WindowOfObject(IDispatch* object) {
   if (object == nullptr) return nullptr;
   wchar_t hwnd[] = L"hWnd";
   LPOLESTR names = hwnd;
@@ -43,20 +56,6 @@ HWND late_bound_window(IDispatch* object) {
   // A Long holds all of a handle: the rest is its sign.
   return reinterpret_cast<HWND>(static_cast<LONG_PTR>(V_I8(&value)));
 }
-
-using TrackFunction = BOOL(WINAPI*)(TRACKMOUSEEVENT*);
-
-TrackFunction find_track_function() {
-  if (IsFunctionExported("TrackMouseEvent", "User32"))
-    return reinterpret_cast<TrackFunction>(
-        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("User32"), "TrackMouseEvent")));
-  if (IsFunctionExported("_TrackMouseEvent", "Comctl32"))  // stays loaded from here on
-    return reinterpret_cast<TrackFunction>(
-        reinterpret_cast<void*>(GetProcAddress(LoadLibraryA("Comctl32"), "_TrackMouseEvent")));
-  return nullptr;
-}
-
-}  // namespace
 
 bool IsNtPlatform() {
   return system_facts().nt;
@@ -89,7 +88,7 @@ void TrackMouseLeave(HWND window) {
 
 void SetWindowOpacity(IDispatch* form, BYTE alpha) {
   if (!IsNtPlatform()) return;
-  const HWND window = late_bound_window(form);
+  const HWND window = WindowOfObject(form);
   if (window == nullptr) return;
   SetWindowLongA(window, GWL_EXSTYLE, WS_EX_LAYERED);
   SetLayeredWindowAttributes(window, 0, alpha, LWA_ALPHA);

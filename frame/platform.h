@@ -20,6 +20,9 @@ bool IsFunctionExported(const char* name, const char* library);
 /// cannot tell.
 void TrackMouseLeave(HWND window);
 
+/// The window behind an object's late-bound property "hWnd"; null when it has none.
+HWND WindowOfObject(IDispatch* object);
+
 /// Makes the window that an object names by its late-bound property "hWnd" as opaque as alpha says,
 /// 255 being fully so. The window's extended style becomes WS_EX_LAYERED alone. On an object
 /// without such a window nothing happens.

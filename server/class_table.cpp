@@ -2,6 +2,7 @@
 
 #include "base/resource_ids.h"
 #include "controls/us_check_box/us_check_box.h"
+#include "services/kn/kn_win.h"
 
 namespace kestrelon {
 namespace {
@@ -23,7 +24,7 @@ ServerClass control(const wchar_t* description, int toolbox_bitmap,
 }
 
 template <class Class>
-[[maybe_unused]] ServerClass service(const wchar_t* description) {
+ServerClass service(const wchar_t* description) {
   return {Class::static_class_info(), ClassKind::kService, description, 0, 0, create<Class>};
 }
 
@@ -32,6 +33,7 @@ template <class Class>
 std::span<const ServerClass> server_classes() {
   static const ServerClass kClasses[] = {
       control<USCheckBox>(L"Kestrelon: caixa de seleção com temas", IDB_TOOLBOX_USCHECKBOX),
+      service<KN>(L"Kestrelon: funções utilitárias"),
   };
   return kClasses;
 }

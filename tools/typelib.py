@@ -3,13 +3,15 @@
 
   typelib.py gather OUT.idl IN.idl ROOT   resolves #include lines below ROOT and writes Windows-1252,
                                           the code page in which type libraries hold their texts
-  typelib.py finish LIB.tlb               puts blanks into the names of enumeration members, as designers
-                                          show them, and blanks the time stamp, so that equal sources
-                                          give equal files
+  typelib.py finish LIB.tlb               puts blanks and date separators into the names of enumeration
+                                          members, as designers show them, and blanks the time stamp, so
+                                          that equal sources give equal files
 
 widl cannot spell a name with a blank; the file format can hold one. In the description such a name is
 written with underscores (Office_Blue). A name is taken for one when it holds an underscore and a lower
 case letter and no other rule of the library puts underscores there (KN_..., LoadImage_From...).
+The members of ENUM_DATE_FORMAT are the formats themselves: dd/mm/yyyy is written ddSmmSyyyy, with T for a
+hyphen and P for a point.
 """
 
 import re
@@ -19,6 +21,8 @@ from pathlib import Path
 
 INCLUDE = re.compile(r'^\s*#include\s+"([^"]+)"\s*$')
 ENUM = re.compile(r"\benum\s+\w+\s*\{([^}]*)\}", re.S)
+DATE_FORMAT = re.compile(r"[dmy]+(?:[STP][dmy]+)+")
+DATE_SEPARATORS = str.maketrans("STP", "/-.")
 
 
 def gather_text(path: Path, root: Path) -> str:
@@ -33,16 +37,18 @@ def gather(out: Path, source: Path, root: Path) -> None:
     out.write_bytes(gather_text(source, root).encode("cp1252"))
 
 
-def enum_member_names(root: Path) -> set:
-    """Members with blanks: those of mixed case that hold an underscore."""
+def shown_names(root: Path) -> dict:
+    """Enumeration members whose name in the type library differs, each with that name."""
     text = gather_text(root / "server/kestrelon2012.idl", root)
     text = re.sub(r"//[^\n]*|/\*.*?\*/", "", text, flags=re.S)
-    names = set()
+    names = {}
     for body in ENUM.findall(text):
         for member in body.split(","):
             name = member.split("=")[0].strip()
-            if "_" in name and re.search("[a-z]", name):
-                names.add(name)
+            if DATE_FORMAT.fullmatch(name):
+                names[name.encode()] = name.translate(DATE_SEPARATORS).encode()
+            elif "_" in name and re.search("[a-z]", name):
+                names[name.encode()] = name.replace("_", " ").encode()
     return names
 
 
@@ -78,7 +84,7 @@ def finish(path: Path, root: Path) -> None:
     table, length = segment(data, NAME_TABLE)
     if hash_length != 512:
         sys.exit(f"{path}: unexpected name hash table")
-    wanted = {name.encode() for name in enum_member_names(root)}
+    wanted = shown_names(root)
     missing = {name.encode() for name in member_names(root)}
     chains = [-1] * 128
     position = 0
@@ -91,15 +97,14 @@ def finish(path: Path, root: Path) -> None:
             sys.exit(f"{path}: the hash of {name!r} is not as expected; nothing changed")
         missing.discard(name)
         if name in wanted:
-            wanted.discard(name)
-            name = name.replace(b"_", b" ")
+            name = wanted.pop(name)
             data[at + 12 : at + 12 + size] = name
         value = name_hash(name)
         struct.pack_into("<iI", data, at + 4, chains[value & 0x7F], (word & 0xFFFF) | value << 16)
         chains[value & 0x7F] = position
         position += 12 + (size + 3 & ~3)
     if wanted:
-        sys.exit(f"{path}: names not found: {wanted}")
+        sys.exit(f"{path}: names not found: {list(wanted)}")
     if missing:
         # The format keeps one spelling of a name for all letter cases, the first that was met.
         sys.exit(f"{path}: another name in the library differs only by case from {missing}")

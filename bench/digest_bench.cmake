@@ -1,0 +1,6 @@
+find_package(OpenSSL QUIET)
+find_package(ZLIB QUIET)
+if(TARGET OpenSSL::Crypto AND TARGET ZLIB::ZLIB)
+  target_link_libraries(digest_bench PRIVATE OpenSSL::Crypto ZLIB::ZLIB)
+  target_compile_definitions(digest_bench PRIVATE OPENSSL_SUPPRESS_DEPRECATED)
+endif()

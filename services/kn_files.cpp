@@ -1,0 +1,96 @@
+#include "services/kn_files.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "base/text.h"
+#include "services/kn_paths.h"
+
+namespace kestrelon {
+namespace {
+
+bool has_wildcards(std::wstring_view path) {
+  return path.find_first_of(L"*?") != std::wstring_view::npos;
+}
+
+bool any_empty(std::initializer_list<std::wstring_view> names) {
+  return std::any_of(names.begin(), names.end(),
+                     [](auto name) { return trim_blanks(name).empty(); });
+}
+
+}  // namespace
+
+bool file_exists(KnPlatform& platform, std::wstring_view path, bool folder_only) {
+  if (folder_only) return folder_exists(platform, path);
+  path = trim_blanks(path);
+  return !path.empty() && platform.find(std::wstring(path)) == KnPlatform::Kind::kFile;
+}
+
+bool folder_exists(KnPlatform& platform, std::wstring_view path) {
+  path = trim_blanks(path);
+  if (path.empty() || has_wildcards(path)) return false;
+  return platform.find(without_trailing_separator(path)) == KnPlatform::Kind::kDirectory;
+}
+
+bool drive_exists(KnPlatform& platform, std::wstring_view path) {
+  path = trim_blanks(path);
+  if (path.empty() || (path.size() > 1 && path[1] != L':')) return false;
+  const wchar_t letter = fold_case(path[0]);
+  return letter >= L'a' && letter <= L'z' &&
+         platform.drive_exists(static_cast<wchar_t>(L'A' + (letter - L'a')));
+}
+
+bool create_folders(KnPlatform& platform, std::wstring_view path) {
+  path = trim_blanks(path);
+  if (path.empty() || has_wildcards(path)) return false;
+  for (const std::wstring& level : folder_levels(path))
+    if (platform.find(level) == KnPlatform::Kind::kMissing) platform.create_directory(level);
+  return folder_exists(platform, path);
+}
+
+bool delete_file(KnPlatform& platform, std::wstring_view path) {
+  path = trim_blanks(path);
+  if (path.empty() || has_wildcards(path)) return false;
+  return platform.delete_file(std::wstring(path));
+}
+
+bool files_are_equal(KnPlatform& platform, std::wstring_view first, std::wstring_view second) {
+  const auto a = platform.open_file(std::wstring(trim_blanks(first)));
+  const auto b = platform.open_file(std::wstring(trim_blanks(second)));
+  if (!a || !b || a->size() != b->size()) return false;
+  std::vector<uint8_t> block_a(kFileBlock), block_b(kFileBlock);
+  while (true) {
+    const auto read_a = a->read(block_a);
+    const auto read_b = b->read(block_b);
+    if (!read_a || read_a != read_b) return false;
+    if (*read_a == 0) return true;
+    if (!std::equal(block_a.begin(), block_a.begin() + static_cast<std::ptrdiff_t>(*read_a),
+                    block_b.begin()))
+      return false;
+  }
+}
+
+std::wstring read_ini(KnPlatform& platform, std::wstring_view file, std::wstring_view section,
+                      std::wstring_view key) {
+  constexpr size_t kLongest = size_t{1} << 20;  // a line of a hostile file ends here
+  if (any_empty({file, section, key})) return {};
+  const std::wstring file_text(file), section_text(section), key_text(key);
+  std::wstring value(256, L'\0');
+  while (true) {
+    const size_t length = platform.read_ini(file_text, section_text, key_text, value);
+    if (length + 1 < value.size() || value.size() >= kLongest) {
+      value.resize(std::min(length, value.size()));
+      return value;
+    }
+    value.resize(value.size() * 4);
+  }
+}
+
+bool write_ini(KnPlatform& platform, std::wstring_view file, std::wstring_view section,
+               std::wstring_view key, std::wstring_view value) {
+  if (any_empty({file, section, key})) return false;
+  return platform.write_ini(std::wstring(file), std::wstring(section), std::wstring(key),
+                            std::wstring(value));
+}
+
+}  // namespace kestrelon

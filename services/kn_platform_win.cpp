@@ -1,0 +1,165 @@
+#include "services/kn_platform_win.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <random>
+
+#include "base/module_win.h"
+
+namespace kestrelon {
+namespace {
+
+class Handle {
+ public:
+  explicit Handle(HANDLE handle) : handle_(handle) {}
+  ~Handle() {
+    if (*this) CloseHandle(handle_);
+  }
+  Handle(Handle&& other) noexcept : handle_(other.handle_) { other.handle_ = nullptr; }
+  Handle(const Handle&) = delete;
+  Handle& operator=(const Handle&) = delete;
+  explicit operator bool() const { return handle_ != nullptr && handle_ != INVALID_HANDLE_VALUE; }
+  HANDLE get() const { return handle_; }
+
+ private:
+  HANDLE handle_;
+};
+
+// Paths that exceed the classic limit go to the system in the form that knows none.
+std::wstring system_path(const std::wstring& path) {
+  constexpr size_t kLongestFolder = 247;
+  if (path.size() <= kLongestFolder || path.starts_with(L"\\\\?\\")) return path;
+  std::wstring full(32768, L'\0');
+  const DWORD length =
+      GetFullPathNameW(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr);
+  if (length == 0 || length >= full.size()) return path;
+  full.resize(length);
+  if (full.starts_with(L"\\\\")) return L"\\\\?\\UNC\\" + full.substr(2);
+  return L"\\\\?\\" + full;
+}
+
+class DiskFile final : public KnFile {
+ public:
+  DiskFile(Handle handle, uint64_t size) : handle_(std::move(handle)), size_(size) {}
+
+  uint64_t size() const override { return size_; }
+  std::optional<size_t> read(std::span<uint8_t> buffer) override {
+    constexpr size_t kLargest = size_t{1} << 30;
+    DWORD length = 0;
+    if (!ReadFile(handle_.get(), buffer.data(),
+                  static_cast<DWORD>(std::min(buffer.size(), kLargest)), &length, nullptr))
+      return std::nullopt;
+    return length;
+  }
+
+ private:
+  Handle handle_;
+  uint64_t size_;
+};
+
+std::wstring module_folder() {
+  std::wstring path(32768, L'\0');
+  path.resize(GetModuleFileNameW(module_instance(), path.data(), static_cast<DWORD>(path.size())));
+  return path.substr(0, path.rfind(L'\\') + 1);
+}
+
+// zlib stands beside this library or on the system's path, and stays loaded once found.
+bool find_zlib_crc32() {
+  const std::wstring name = L"zlibwapi.dll";
+  HMODULE library = LoadLibraryW((module_folder() + name).c_str());
+  if (library == nullptr) library = LoadLibraryW(name.c_str());
+  return library != nullptr && GetProcAddress(library, "crc32") != nullptr;
+}
+
+KnPlatform::Kind kind_of(DWORD attributes) {
+  return attributes & FILE_ATTRIBUTE_DIRECTORY ? KnPlatform::Kind::kDirectory
+                                               : KnPlatform::Kind::kFile;
+}
+
+KnPlatform::Kind find_by_pattern(const std::wstring& pattern) {
+  WIN32_FIND_DATAW found;
+  const HANDLE search = FindFirstFileW(pattern.c_str(), &found);
+  if (search == INVALID_HANDLE_VALUE) return KnPlatform::Kind::kMissing;
+  KnPlatform::Kind kind;
+  do kind = kind_of(found.dwFileAttributes);
+  while (kind != KnPlatform::Kind::kFile && FindNextFileW(search, &found));
+  FindClose(search);
+  return kind;
+}
+
+class SystemPlatform final : public KnPlatform {
+ public:
+  DateTime local_now() override {
+    SYSTEMTIME now;
+    GetLocalTime(&now);
+    return {{now.wYear, now.wMonth, now.wDay}, now.wHour, now.wMinute, now.wSecond};
+  }
+
+  wchar_t decimal_mark() override {
+    wchar_t mark[8] = {};
+    GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, mark, 8);
+    return mark[0] != 0 ? mark[0] : L',';
+  }
+
+  uint32_t random_bits() override { return static_cast<uint32_t>(random_()); }
+
+  bool has_zlib() override {
+    static const bool found = find_zlib_crc32();
+    return found;
+  }
+
+  Kind find(const std::wstring& path) override {
+    if (path.find_first_of(L"*?") != std::wstring::npos) return find_by_pattern(path);
+    const DWORD attributes = GetFileAttributesW(system_path(path).c_str());
+    return attributes == INVALID_FILE_ATTRIBUTES ? Kind::kMissing : kind_of(attributes);
+  }
+
+  bool drive_exists(wchar_t letter) override {
+    return (GetLogicalDrives() >> (letter - L'A') & 1) != 0;
+  }
+
+  bool create_directory(const std::wstring& path) override {
+    return CreateDirectoryW(system_path(path).c_str(), nullptr) != FALSE;
+  }
+
+  bool delete_file(const std::wstring& path) override {
+    return DeleteFileW(system_path(path).c_str()) != FALSE;
+  }
+
+  std::unique_ptr<KnFile> open_file(const std::wstring& path) override {
+    Handle handle(CreateFileW(system_path(path).c_str(), GENERIC_READ,
+                              FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                              OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
+    // A device or a pipe by a file's name could keep a reader waiting for ever.
+    LARGE_INTEGER size;
+    if (!handle || GetFileType(handle.get()) != FILE_TYPE_DISK ||
+        !GetFileSizeEx(handle.get(), &size))
+      return nullptr;
+    return std::make_unique<DiskFile>(std::move(handle), static_cast<uint64_t>(size.QuadPart));
+  }
+
+  size_t read_ini(const std::wstring& file, const std::wstring& section, const std::wstring& key,
+                  std::span<wchar_t> buffer) override {
+    return GetPrivateProfileStringW(section.c_str(), key.c_str(), L"", buffer.data(),
+                                    static_cast<DWORD>(buffer.size()), file.c_str());
+  }
+
+  bool write_ini(const std::wstring& file, const std::wstring& section, const std::wstring& key,
+                 const std::wstring& value) override {
+    return WritePrivateProfileStringW(section.c_str(), key.c_str(), value.c_str(), file.c_str()) !=
+           FALSE;
+  }
+
+ private:
+  std::mt19937 random_{std::random_device{}()};
+};
+
+}  // namespace
+
+KnPlatform& system_platform() {
+  static SystemPlatform platform;
+  return platform;
+}
+
+}  // namespace kestrelon
