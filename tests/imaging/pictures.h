@@ -70,7 +70,7 @@ inline void fill_translucent(c32bppDIB& image, int32_t width, int32_t height) {
   image.set_image_type(ImageFormat::BitmapPargb);
 }
 
-/// Little-endian numbers put together: {value, bytes} pairs.
+/// Little-endian numbers put together: {value, bytes} pairs, of any length.
 struct Field {
   uint64_t value;
   int bytes;
@@ -79,7 +79,7 @@ inline Bytes wire(std::initializer_list<Field> fields) {
   Bytes out;
   for (const Field& field : fields) {
     for (int i = 0; i < field.bytes; ++i)
-      out.push_back(static_cast<uint8_t>(field.value >> (8 * i)));
+      out.push_back(i < 8 ? static_cast<uint8_t>(field.value >> (8 * i)) : 0);
   }
   return out;
 }
