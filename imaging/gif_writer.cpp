@@ -64,10 +64,14 @@ uint8_t default_index(uint32_t colour, const std::vector<uint32_t>& table) {
     return off(16) + off(8) + off(0);
   };
   const uint32_t cube = level(red) * 36 + level(green) * 6 + level(blue);
+  // The gray nearest to a colour is the one nearest to its mean; the levels are not quite even.
   const uint32_t mean = (red + green + blue + 1) / 3;
-  const uint32_t step = std::clamp((mean * (kGrays + 1) + 127) / 255, 1u, kGrays);
-  const uint32_t gray = kCube + step - 1;
-  return static_cast<uint8_t>(distance(gray) < distance(cube) ? gray : cube);
+  const uint32_t step = mean * (kGrays + 1) / 255;
+  uint32_t best = cube;
+  for (uint32_t i = std::max(step, 2u) - 2; i < std::min(step + 2, kGrays); ++i) {
+    if (distance(kCube + i) < distance(best)) best = kCube + i;
+  }
+  return static_cast<uint8_t>(best);
 }
 
 struct Indexed {

@@ -5,12 +5,12 @@
 namespace kestrelon::jpeg {
 namespace {
 
-constexpr int kConstBits = 13;
-constexpr int kPassBits = 3;  // fraction kept between rows and columns
+constexpr int kConstBits = 14;
+constexpr int kPassBits = 5;  // fraction kept between rows and columns
 
 // cos(n * pi / 16) / 2 in fixed point; the first row of the transform has 1 / sqrt(8), which is n
 // = 4.
-constexpr int32_t kCos[8] = {4096, 4017, 3784, 3406, 2896, 2276, 1567, 799};
+constexpr int32_t kCos[8] = {8192, 8035, 7568, 6811, 5793, 4551, 3135, 1598};
 
 // Even outputs come of the sums of mirrored inputs, odd ones of their differences.
 void transform_8(const int32_t* in, int stride, int32_t* out, int shift) {

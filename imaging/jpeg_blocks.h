@@ -14,7 +14,7 @@ using Divisors = std::array<uint8_t, 64>;  // row by row
 /// is, 100 makes every divisor 1.
 Divisors scale_divisors(const std::array<uint8_t, 64>& base, int quality);
 
-/// Forward cosine transform in place, in 13-bit fixed point, then division by `divisors` to the
+/// Forward cosine transform in place, in 14-bit fixed point, then division by `divisors` to the
 /// nearest, halves away from zero. Results fit the codes of the baseline format.
 void transform_and_quantise(Block& block, const Divisors& divisors);
 

@@ -189,7 +189,7 @@ TEST(IcoReader, PicksTheWantedPicture) {
   EXPECT_EQ(pixel(image, 0, 0), 0xFF000010u);
   read({}, image);  // 32 by 32 unless wanted otherwise, at the cost of 24 bits of depth
   EXPECT_EQ(image.Width(), 32);
-  read({.cx = 33, .cy = 33}, image);
+  read({.cx = 40, .cy = 40}, image);
   EXPECT_EQ(image.Width(), 48);
   read({.cx = 60, .cy = 60}, image);
   EXPECT_EQ(image.ImageType(), ImageFormat::PngIcon);
