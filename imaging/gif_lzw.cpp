@@ -1,5 +1,6 @@
 #include "imaging/gif_lzw.h"
 
+#include <bit>
 #include <cstring>
 
 namespace kestrelon::gif {
@@ -12,14 +13,13 @@ LzwDecoder::LzwDecoder(std::span<const uint8_t> sub_blocks, int min_code_size)
       clear_code_(1u << min_code_size) {
   for (uint32_t code = 0; code < clear_code_; ++code)
     table_[code].suffix[0] = static_cast<uint8_t>(code);
-  clear_table();
+  clear_table(state_);
 }
 
-void LzwDecoder::clear_table() {
-  next_code_ = clear_code_ + 2;
-  code_bits_ = 1;
-  while (1u << code_bits_ < next_code_) ++code_bits_;
-  previous_ = kNoCode;
+void LzwDecoder::clear_table(State& state) const {
+  state.next_code = clear_code_ + 2;
+  state.code_bits = std::bit_width(clear_code_ + 1);
+  state.previous = kNoCode;
 }
 
 // Moves what is left to the front and adds as many whole sub-blocks as fit.
@@ -41,75 +41,82 @@ void LzwDecoder::restage() {
 
 // At least a code's worth of bits, or false at the end of the data.
 bool LzwDecoder::fill_bits() {
+  State& s = state_;
   if (stage_end_ - stage_at_ < 8) restage();
   if (stage_end_ - stage_at_ >= 8) {
     uint64_t word;
     std::memcpy(&word, stage_.get() + stage_at_, 8);
-    bits_ |= word << bit_count_;
-    stage_at_ += static_cast<size_t>(63 - bit_count_) >> 3;
-    bit_count_ |= 56;
+    s.bits |= word << s.bit_count;
+    stage_at_ += static_cast<size_t>(63 - s.bit_count) >> 3;
+    s.bit_count |= 56;
     return true;
   }
-  for (; bit_count_ <= 56 && stage_at_ < stage_end_; bit_count_ += 8)
-    bits_ |= uint64_t{stage_[stage_at_++]} << bit_count_;
-  return bit_count_ >= code_bits_;
+  for (; s.bit_count <= 56 && stage_at_ < stage_end_; s.bit_count += 8)
+    s.bits |= uint64_t{stage_[stage_at_++]} << s.bit_count;
+  return s.bit_count >= s.code_bits;
 }
 
 // The previous string and one byte more.
-void LzwDecoder::add_entry(uint8_t last_byte) {
-  if (next_code_ >= kMaxCodes) return;
-  const Entry& before = table_[previous_];
-  Entry& entry = table_[next_code_++];
+inline void LzwDecoder::add_entry(Entry* table, State& state, uint8_t last_byte) {
+  if (state.next_code >= kMaxCodes) return;
+  const Entry& before = table[state.previous];
+  Entry& entry = table[state.next_code++];
   const auto last = static_cast<uint16_t>(before.last + 1);
   if (last % 8 != 0) {
     entry = before;
   } else {
-    entry.prefix = static_cast<uint16_t>(previous_);
+    entry.prefix = static_cast<uint16_t>(state.previous);
   }
   entry.suffix[last % 8] = last_byte;
   entry.last = last;
-  if (next_code_ == 1u << code_bits_ && code_bits_ < kMaxCodeBits) ++code_bits_;
+  if (state.next_code == 1u << state.code_bits && state.code_bits < kMaxCodeBits) ++state.code_bits;
 }
 
 std::span<const uint8_t> LzwDecoder::next() {
   uint8_t* const start = piece_.get();
   uint8_t* dst = start;
+  Entry* const table = table_.get();
+  const uint32_t clear_code = clear_code_;
+  State s = state_;
   while (!ended_ && dst < start + kPiece) {
-    if (bit_count_ < code_bits_ && !fill_bits()) {
-      ended_ = true;
-      break;
+    if (s.bit_count < s.code_bits) {
+      state_ = s;
+      ended_ = !fill_bits();
+      s = state_;
+      if (ended_) break;
     }
-    const auto code = static_cast<uint32_t>(bits_ & ((1u << code_bits_) - 1));
-    bits_ >>= code_bits_;
-    bit_count_ -= code_bits_;
+    const auto code = static_cast<uint32_t>(s.bits & ((1u << s.code_bits) - 1));
+    s.bits >>= s.code_bits;
+    s.bit_count -= s.code_bits;
 
-    if (code == clear_code_) {
-      clear_table();
+    if (code == clear_code) {
+      clear_table(s);
       continue;
     }
-    const bool first_code = previous_ == kNoCode;
-    const bool own_tail = code == next_code_;  // the string that this very code completes
-    if (code == clear_code_ + 1 || code > next_code_ || (first_code && code > clear_code_)) {
-      ok_ = code == clear_code_ + 1;
+    const bool first_code = s.previous == kNoCode;
+    if (code == clear_code + 1 || code > s.next_code || (first_code && code > clear_code)) {
+      ok_ = code == clear_code + 1;
       ended_ = true;
       break;
     }
-    if (own_tail) add_entry(previous_first_);
+    const bool own_tail = code == s.next_code;  // the string that this very code completes
+    if (own_tail) add_entry(table, s, s.previous_first);
 
-    const Entry* entry = &table_[code];
+    const Entry* entry = &table[code];
     const size_t length = entry->last + size_t{1};
     uint8_t* at = dst + (entry->last & ~7u);
     std::memcpy(at, entry->suffix, 8);
     while (at != dst) {
-      entry = &table_[entry->prefix];
+      entry = &table[entry->prefix];
       at -= 8;
       std::memcpy(at, entry->suffix, 8);
     }
-    previous_first_ = *dst;
-    if (!first_code && !own_tail) add_entry(previous_first_);
-    previous_ = code;
+    s.previous_first = *dst;
+    if (!first_code && !own_tail) add_entry(table, s, s.previous_first);
+    s.previous = code;
     dst += length;
   }
+  state_ = s;
   return {start, dst};
 }
 

@@ -37,25 +37,29 @@ class LzwDecoder {
   static constexpr size_t kPiece = 16384;  // indexes a call, but for the last string
   static constexpr size_t kStage = 8192;
 
+  // What changes with every code. The loop works on a copy of its own, which the bytes that it
+  // writes cannot be suspected to alias.
+  struct State {
+    uint64_t bits = 0;  // taken out of the stage, next code lowest
+    int bit_count = 0;
+    int code_bits = 0;
+    uint32_t next_code = 0;
+    uint32_t previous = kNoCode;
+    uint8_t previous_first = 0;
+  };
+
   void restage();
   bool fill_bits();
-  void clear_table();
-  void add_entry(uint8_t last_byte);
+  void clear_table(State& state) const;
+  static void add_entry(Entry* table, State& state, uint8_t last_byte);
 
   ByteReader blocks_;
-  // Sub-block data without its length bytes, and the bits taken out of it.
-  std::unique_ptr<uint8_t[]> stage_;
+  std::unique_ptr<uint8_t[]> stage_;  // sub-block data without its length bytes
   size_t stage_at_ = 0, stage_end_ = 0;
-  uint64_t bits_ = 0;
-  int bit_count_ = 0;
-
   std::unique_ptr<Entry[]> table_;
   std::unique_ptr<uint8_t[]> piece_;
   uint32_t clear_code_;
-  uint32_t next_code_ = 0;
-  int code_bits_ = 0;
-  uint32_t previous_ = kNoCode;
-  uint8_t previous_first_ = 0;
+  State state_;
   bool ended_ = false, ok_ = true;
 };
 

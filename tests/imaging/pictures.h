@@ -96,7 +96,7 @@ inline Bytes read_file(const std::filesystem::path& path) {
 }
 
 inline Bytes test_data(const std::string& name) {
-  const Bytes bytes = read_file(std::filesystem::path(KESTRELON_SOURCE_DIR) / "tests/data" / name);
+  Bytes bytes = read_file(std::filesystem::path(KESTRELON_SOURCE_DIR) / "tests/data" / name);
   EXPECT_FALSE(bytes.empty()) << name;
   return bytes;
 }
