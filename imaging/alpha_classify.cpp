@@ -108,7 +108,7 @@ AlphaType classify_alpha(uint8_t* pixels, size_t count, bool premultiply, ImageF
   const Scan scan = type == ImageFormat::Error ? Scan{} : scan_pixels(pixels, count);
   if (scan.uniform()) {
     type = ImageFormat::Bitmap;
-    if (premultiply) make_opaque(pixels, count);
+    if (premultiply && !scan.opaque) make_opaque(pixels, count);
     return AlphaType::None;
   }
   if (scan.form == Form::Premultiplied) {

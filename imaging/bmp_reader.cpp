@@ -127,24 +127,28 @@ bool enough_data(const Bitmap& bitmap, uint64_t available) {
   return row_bytes(bits, width) * (height - 1) + (bits * width + 7) / 8 <= available;
 }
 
+// Leaves `opaque` false where only a scan of the alpha channel can tell.
 bool decode_pixels(std::span<const uint8_t> data, const Bitmap& bitmap, const Palette& palette,
-                   c32bppDIB& out) {
+                   c32bppDIB& out, bool& opaque) {
+  opaque = true;
   if (is_run_length(bitmap))
     return decode_run_lengths(data, bitmap.bits, bitmap.from_top, palette, out);
-  if (has_masks(bitmap))
+  if (has_masks(bitmap)) {
+    opaque = bitmap.masks.alpha == 0;
     return decode_bit_fields(data, bitmap.bits, bitmap.from_top, bitmap.masks, out);
+  }
+  if (bitmap.bits == 32) return decode_rows_32(data, bitmap.from_top, out, opaque);
   return decode_rows(data, bitmap.bits, bitmap.from_top, palette, out);
 }
 
-void settle_alpha(const Bitmap& bitmap, c32bppDIB& out) {
-  const bool alpha = has_masks(bitmap) ? bitmap.masks.alpha != 0 : bitmap.bits == 32;
+void settle_alpha(bool opaque, c32bppDIB& out) {
   ImageFormat type = ImageFormat::Bitmap;
-  if (alpha) {
+  AlphaType alpha = AlphaType::None;
+  if (!opaque) {
     const size_t count = static_cast<size_t>(out.Width()) * out.Height();
-    out.set_alpha(classify_alpha(out.bits(), count, true, type));
-  } else {
-    out.set_alpha(AlphaType::None);
+    alpha = classify_alpha(out.bits(), count, true, type);
   }
+  out.set_alpha(alpha);
   out.set_image_type(type);
 }
 
@@ -156,8 +160,9 @@ bool decode(std::span<const uint8_t> data, c32bppDIB& out) {
   if (bitmap.pixel_offset != 0 && !in.seek(bitmap.pixel_offset)) return false;
   if (!supported(bitmap) || !enough_data(bitmap, in.remaining())) return false;
   if (!out.InitializeDIB(bitmap.width, static_cast<int32_t>(bitmap.height))) return false;
-  if (!decode_pixels(in.rest(), bitmap, palette, out)) return false;
-  settle_alpha(bitmap, out);
+  bool opaque;
+  if (!decode_pixels(in.rest(), bitmap, palette, out, opaque)) return false;
+  settle_alpha(opaque, out);
   return true;
 }
 

@@ -8,10 +8,6 @@
 namespace kestrelon::bmp {
 namespace {
 
-void copy_bgra(uint8_t* dst, const uint8_t* src, size_t count) {
-  std::memcpy(dst, src, count * 4);
-}
-
 // Calls convert(dst, src) for each row of the file, in its order.
 template <class Convert>
 bool each_row(std::span<const uint8_t> data, int bits, bool from_top, c32bppDIB& image,
@@ -182,10 +178,17 @@ bool decode_rows(std::span<const uint8_t> data, int bits, bool from_top, const P
     case 24:
       return rows([=](uint8_t* d, const uint8_t* s) { bgr24_to_row(d, s, width); });
     case 32:
-      return rows([=](uint8_t* d, const uint8_t* s) { copy_bgra(d, s, width); });
+      return rows([=](uint8_t* d, const uint8_t* s) { std::memcpy(d, s, 4 * width); });
     default:
       return false;
   }
+}
+
+bool decode_rows_32(std::span<const uint8_t> data, bool from_top, c32bppDIB& image, bool& opaque) {
+  opaque = true;
+  return each_row(data, 32, from_top, image, [&](uint8_t* dst, const uint8_t* src) {
+    if (!bgra32_to_row(dst, src, static_cast<size_t>(image.Width()))) opaque = false;
+  });
 }
 
 bool decode_bit_fields(std::span<const uint8_t> data, int bits, bool from_top,
@@ -196,7 +199,7 @@ bool decode_bit_fields(std::span<const uint8_t> data, int bits, bool from_top,
   if (bits == 32 && masks == ChannelMasks{0xFF0000, 0xFF00, 0xFF, 0})
     return rows([=](uint8_t* d, const uint8_t* s) { bgrx32_to_row(d, s, width); });
   if (bits == 32 && masks == ChannelMasks{0xFF0000, 0xFF00, 0xFF, 0xFF000000})
-    return rows([=](uint8_t* d, const uint8_t* s) { copy_bgra(d, s, width); });
+    return rows([=](uint8_t* d, const uint8_t* s) { std::memcpy(d, s, 4 * width); });
   if (masks == ChannelMasks{0xF800, 0x7E0, 0x1F, 0} && bits == 16)
     return rows([=](uint8_t* d, const uint8_t* s) { r5g6b5_to_row(d, s, width); });
   const BitFields fields(masks);

@@ -21,7 +21,10 @@ Palette make_palette(std::span<const uint8_t> entries, size_t entry_size);
 bool decode_rows(std::span<const uint8_t> data, int bits, bool from_top, const Palette& palette,
                  c32bppDIB& image);
 
-/// The same with 16 or 32-bit pixels told by masks.
+/// 32-bit rows alone; `opaque` tells whether every fourth byte is 255, which spares a scan.
+bool decode_rows_32(std::span<const uint8_t> data, bool from_top, c32bppDIB& image, bool& opaque);
+
+/// Like decode_rows with 16 or 32-bit pixels told by masks.
 bool decode_bit_fields(std::span<const uint8_t> data, int bits, bool from_top,
                        const ChannelMasks& masks, c32bppDIB& image);
 

@@ -62,7 +62,8 @@ bool decode_bitmap_entry(ByteReader in, const IconEntry& entry, bool is_cursor, 
 bool decode_png_entry(ByteReader in, const IconEntry& entry, const IcoOptions& options,
                       c32bppDIB& out) {
   if (options.read_png == nullptr || !in.seek(entry.image_offset)) return false;
-  if (!options.read_png(in.take_up_to(entry.bytes_in_res), out)) return false;
+  // A PNG that is broken inside may have been recognised all the same.
+  if (!options.read_png(in.take_up_to(entry.bytes_in_res), out) || !out.has_image()) return false;
   out.set_image_type(ImageFormat::PngIcon);
   return true;
 }

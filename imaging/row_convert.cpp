@@ -60,6 +60,16 @@ void bgrx32_to_row(uint8_t* dst, const uint8_t* src, size_t count) {
   for (size_t i = 0; i < count; ++i) store32(dst + 4 * i, kOpaque | load32(src + 4 * i));
 }
 
+bool bgra32_to_row(uint8_t* dst, const uint8_t* src, size_t count) {
+  uint32_t common = kOpaque;
+  for (size_t i = 0; i < count; ++i) {
+    const uint32_t pixel = load32(src + 4 * i);
+    store32(dst + 4 * i, pixel);
+    common &= pixel;
+  }
+  return common == kOpaque;
+}
+
 void indexed_to_row(uint8_t* dst, const uint8_t* src, size_t count, int bits,
                     const Palette& palette) {
   switch (bits) {

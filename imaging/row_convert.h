@@ -24,6 +24,8 @@ constexpr uint32_t opaque_pixel(uint32_t red, uint32_t green, uint32_t blue) {
 void bgr24_to_row(uint8_t* dst, const uint8_t* src, size_t count);
 /// 4 * count bytes blue, green, red and one that is ignored.
 void bgrx32_to_row(uint8_t* dst, const uint8_t* src, size_t count);
+/// 4 * count bytes as they are; answers whether every fourth one is 255.
+bool bgra32_to_row(uint8_t* dst, const uint8_t* src, size_t count);
 /// `bits` is 1, 2, 4 or 8; the leftmost pixel stands in the most significant bits.
 void indexed_to_row(uint8_t* dst, const uint8_t* src, size_t count, int bits,
                     const Palette& palette);

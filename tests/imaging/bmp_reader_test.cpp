@@ -70,6 +70,11 @@ TEST(BmpReader, TellsStraightFromPremultipliedAlphaIn32Bits) {
   EXPECT_EQ(image.ImageType(), ImageFormat::Bitmap);
   EXPECT_EQ(image.Alpha(), AlphaType::None);
   EXPECT_EQ(pixels(image), (Pixels{0xFF102030, 0xFFFF4000}));
+
+  ASSERT_TRUE(read_bmp(
+      make_bmp({.width = 1, .bits = 32, .rows = wire({{0xFFFF4000, 4}, {0xFF102030, 4}})}), image));
+  EXPECT_EQ(image.ImageType(), ImageFormat::Bitmap);
+  EXPECT_EQ(image.Alpha(), AlphaType::None);
 }
 
 TEST(BmpReader, TurnsTopDownRows) {

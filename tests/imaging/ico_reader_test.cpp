@@ -201,6 +201,11 @@ TEST(IcoReader, AnswersTrueForAnIconThatItCannotDecode) {
   image.InitializeDIB(5, 5);
   EXPECT_TRUE(read_ico(make_ico({{64, 64, 32, png_head(64, 64, 8, 6)}}), {}, image));
   EXPECT_FALSE(image.has_image());
+  const auto recognises_only = [](std::span<const uint8_t>, c32bppDIB&) { return true; };
+  EXPECT_TRUE(read_ico(make_ico({{64, 64, 32, png_head(64, 64, 8, 6)}}),
+                       {.read_png = recognises_only}, image));
+  EXPECT_FALSE(image.has_image());
+  EXPECT_EQ(image.ImageType(), ImageFormat::Error);
   EXPECT_TRUE(read_default(make_ico({{8, 8, 24, header(8, 8, 24)}}), image));
   EXPECT_FALSE(image.has_image());
   EXPECT_TRUE(read_default(make_ico({{8, 8, 3, header(8, 8, 3) + Bytes(600)}}), image));
