@@ -98,8 +98,8 @@ bool decode(std::span<const uint8_t> file, c32bppDIB& out) {
   if (!out.InitializeDIB(static_cast<int32_t>(header.width), static_cast<int32_t>(header.height))) {
     return false;
   }
-  const bool decoded = (with_zlib && try_zlib(picture, *zlib, out)) ||
-                       decode_with_own_inflate(picture, out);
+  const bool decoded =
+      (with_zlib && try_zlib(picture, *zlib, out)) || decode_with_own_inflate(picture, out);
   if (decoded) out.set_alpha(alpha_of(picture));
   return decoded;
 }
