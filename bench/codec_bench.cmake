@@ -1,2 +1,1 @@
-find_library(GIF_LIBRARY gif REQUIRED)
-target_link_libraries(${name} PRIVATE ${GIF_LIBRARY})
+target_link_libraries(${name} PRIVATE gif)
