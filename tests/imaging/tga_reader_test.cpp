@@ -31,7 +31,7 @@ Bytes make_tga(const TgaSpec& spec) {
          spec.body;
 }
 
-Bytes with_extension(Bytes file, uint8_t attribute_kind) {
+Bytes with_extension(const Bytes& file, uint8_t attribute_kind) {
   const size_t at = file.size();
   Bytes extension = wire({{495, 2}});
   extension.resize(495);
