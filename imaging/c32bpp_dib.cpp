@@ -77,12 +77,12 @@ void c32bppDIB::SwapDIBs(c32bppDIB& other) {
   std::swap(original_bytes_, other.original_bytes_);
 }
 
-PixelView c32bppDIB::view() const {
+ImageView c32bppDIB::view() const {
   if (!has_image()) return {};
   return {row(0), -static_cast<ptrdiff_t>(scanWidth()), width_, height_};
 }
 
-MutablePixelView c32bppDIB::view() {
+MutableImageView c32bppDIB::view() {
   if (!has_image()) return {};
   return {row(0), -static_cast<ptrdiff_t>(scanWidth()), width_, height_};
 }

@@ -13,8 +13,8 @@
 
 #include "imaging/dib_arguments.h"
 #include "imaging/image_types.h"
+#include "imaging/image_view.h"
 #include "imaging/imaging_bridge.h"
-#include "imaging/pixel_view.h"
 #include "imaging/png_properties.h"
 #include "imaging/tones.h"
 
@@ -80,8 +80,8 @@ class c32bppDIB {
     return bits_ + static_cast<size_t>(height_ - 1 - y) * scanWidth();
   }
   /// All pixels, top-left based; empty without an image.
-  PixelView view() const;
-  MutablePixelView view();
+  ImageView view() const;
+  MutableImageView view();
 
   ImageFormat ImageType() const { return image_type_; }
   void set_image_type(ImageFormat type) { image_type_ = type; }
@@ -131,13 +131,13 @@ class c32bppDIB {
                     bool is_premultiplied = false);
   /// Copies a rectangle out. A width or height of 0 means the whole; the rectangle is clipped.
   bool GetDIBbits(std::vector<uint8_t>& out, const BitsFormat& format,
-                  const PixelRect& area = {}) const;
+                  const ImageRect& area = {}) const;
   /// Stores bytes as given, without a look at the invariant; three-byte input leaves alpha alone.
   bool SetDIBbits(std::span<const uint8_t> bytes, const BitsFormat& format,
-                  const PixelRect& area = {});
+                  const ImageRect& area = {});
   /// One alpha byte a pixel; rows padded to four bytes if asked.
   bool GetAlphaMask(std::vector<uint8_t>& out, bool dword_aligned, bool bottom_up,
-                    const PixelRect& area = {}) const;
+                    const ImageRect& area = {}) const;
 
   // --- Loading (dib_load.cpp). The current image is destroyed first; true if one exists
   // afterwards.
@@ -150,6 +150,8 @@ class c32bppDIB {
   /// Reads the original bytes again, for instance for another icon size.
   bool LoadPicture_FromOrignalFormat(int32_t icon_cx = 0, int32_t icon_cy = 0,
                                      int32_t icon_bit_depth = 32);
+  /// The pictures in the icon file that the original bytes are; false if they are none.
+  bool SourceIconSizes(std::vector<IconSize>& sizes) const;
 
   // --- Saving (dib_save.cpp). An existing file is replaced; a stream's old content is dropped.
 
@@ -197,10 +199,10 @@ class c32bppDIB {
   bool ScaleImage(int32_t dest_width, int32_t dest_height, int32_t& out_width, int32_t& out_height,
                   ScaleOption option) const;
   /// Finds the part that is not transparent and, with `update`, cuts the image to it.
-  bool TrimImage(bool update, int32_t method, PixelRect& found);
+  bool TrimImage(bool update, int32_t method, ImageRect& found);
   /// The visible area as rectangles, top to bottom, left to right, moved by the offset. Empty
   /// answer without an image or with an unknown style.
-  std::optional<std::vector<PixelRect>> CreateRegion(RegionStyle style, int32_t offset_x = 0,
+  std::optional<std::vector<ImageRect>> CreateRegion(RegionStyle style, int32_t offset_x = 0,
                                                      int32_t offset_y = 0) const;
 
   // --- Changing pixels (dib_adjust.cpp, dib_shadow.cpp)

@@ -2,11 +2,64 @@
 
 #include <utility>
 
+#include "imaging/bmp_reader.h"
+#include "imaging/bmp_writer.h"
+#include "imaging/c32bpp_dib.h"
+#include "imaging/gif_reader.h"
+#include "imaging/gif_writer.h"
+#include "imaging/ico_reader.h"
+#include "imaging/jpeg_writer.h"
+#include "imaging/png_reader.h"
+#include "imaging/tga_reader.h"
+#include "imaging/tga_writer.h"
+
 namespace kestrelon {
 namespace {
 
+bool png(std::span<const uint8_t> data, c32bppDIB& out) {
+  return read_png(data, out);
+}
+
+bool icon(std::span<const uint8_t> data, const LoadOptions& options, c32bppDIB& out) {
+  return read_ico(data, {options.icon_cx, options.icon_cy, options.icon_bit_depth, png}, out);
+}
+
+bool bmp_to(const c32bppDIB& image, bool keep_premultiplied, int32_t fill_color,
+            std::vector<uint8_t>& out) {
+  return write_bmp(image, {keep_premultiplied, static_cast<uint32_t>(fill_color)}, out);
+}
+
+bool jpeg_to(const c32bppDIB& image, uint8_t quality, int32_t fill_color,
+             std::vector<uint8_t>& out) {
+  return write_jpeg(image, {quality, static_cast<uint32_t>(fill_color)}, out);
+}
+
+bool gif_to(const c32bppDIB& image, bool adaptive_palette, int32_t tolerance,
+            std::vector<uint8_t>& out) {
+  return write_gif(image, {adaptive_palette, tolerance}, out);
+}
+
+bool tga_to(const c32bppDIB& image, bool compress, bool reduce_depth, bool premultiplied,
+            std::vector<uint8_t>& out) {
+  return write_tga(image, {compress, reduce_depth, premultiplied}, out);
+}
+
+ImageCodecs own_codecs() {
+  ImageCodecs codecs;
+  codecs.read_png = png;
+  codecs.read_gif = read_gif;
+  codecs.read_ico = icon;
+  codecs.read_bmp = read_bmp;
+  codecs.read_tga = read_tga;
+  codecs.write_bmp = bmp_to;
+  codecs.write_jpeg = jpeg_to;
+  codecs.write_gif = gif_to;
+  codecs.write_tga = tga_to;
+  return codecs;
+}
+
 ImageCodecs& codecs_in_force() {
-  static ImageCodecs codecs;
+  static ImageCodecs codecs = own_codecs();
   return codecs;
 }
 

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "imaging/pixel_view.h"
+#include "imaging/image_view.h"
 #include "imaging/tones.h"
 
 namespace kestrelon {
@@ -49,6 +49,12 @@ struct LoadOptions {
   int32_t icon_cx = 0, icon_cy = 0;  ///< wanted icon size; negative counts as 0
   int32_t icon_bit_depth = 32;       ///< 0 to 32, others count as 32
   bool save_format = false;          ///< keep the source bytes with the image
+};
+
+/// A picture in an icon file. A depth of 0 marks a broken one.
+struct IconSize {
+  int32_t Width = 0, Height = 0;
+  int32_t bitDepth = 0;
 };
 
 /// Arguments of a drawing, named as in the public interface. Sizes of 0 mean the image's own;

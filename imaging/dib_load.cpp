@@ -8,6 +8,7 @@
 #include "imaging/alpha_classify.h"
 #include "imaging/c32bpp_dib.h"
 #include "imaging/codecs.h"
+#include "imaging/ico_directory.h"
 
 namespace kestrelon {
 namespace {
@@ -113,6 +114,15 @@ bool c32bppDIB::LoadPicture_FromOrignalFormat(int32_t icon_cx, int32_t icon_cy,
                                               int32_t icon_bit_depth) {
   const std::vector<uint8_t> bytes = std::move(original_bytes_);
   return LoadPicture_Stream(bytes, {icon_cx, icon_cy, icon_bit_depth, true});
+}
+
+bool c32bppDIB::SourceIconSizes(std::vector<IconSize>& sizes) const {
+  sizes.clear();
+  const auto directory = icon_entries(original_bytes_);
+  if (!directory) return false;
+  for (const IconEntry& entry : directory->entries)
+    sizes.push_back({entry.Width, entry.Height, entry.bitDepth});
+  return true;
 }
 
 }  // namespace kestrelon

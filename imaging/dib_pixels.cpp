@@ -8,7 +8,7 @@ namespace kestrelon {
 namespace {
 
 // A width or height of 0 means the whole; the rest is cut at the edges. Empty on bad arguments.
-PixelRect area_of(const c32bppDIB& image, const PixelRect& area) {
+ImageRect area_of(const c32bppDIB& image, const ImageRect& area) {
   if (!image.has_image() || area.x < 0 || area.y < 0) return {};
   return clip_to(area.x, area.y, area.width == 0 ? image.Width() : area.width,
                  area.height == 0 ? image.Height() : area.height, image.Width(), image.Height());
@@ -62,12 +62,12 @@ intptr_t c32bppDIB::SetPixel(int32_t x, int32_t y, int32_t color, int32_t alpha,
 }
 
 bool c32bppDIB::GetDIBbits(std::vector<uint8_t>& out, const BitsFormat& format,
-                           const PixelRect& wanted) const {
-  const PixelRect area = area_of(*this, wanted);
+                           const ImageRect& wanted) const {
+  const ImageRect area = area_of(*this, wanted);
   if (area.empty()) return false;
   const size_t length = format.row_length(area.width);
   out.assign(length * static_cast<size_t>(area.height), 0);
-  const bool whole = area == PixelRect{0, 0, width_, height_};
+  const bool whole = area == ImageRect{0, 0, width_, height_};
   if (whole && format.with_alpha && format.bgr && format.bottom_up && format.premultiplied) {
     std::memcpy(out.data(), bits_, out.size());
     return true;
@@ -82,8 +82,8 @@ bool c32bppDIB::GetDIBbits(std::vector<uint8_t>& out, const BitsFormat& format,
 }
 
 bool c32bppDIB::SetDIBbits(std::span<const uint8_t> bytes, const BitsFormat& format,
-                           const PixelRect& wanted) {
-  const PixelRect area = area_of(*this, wanted);
+                           const ImageRect& wanted) {
+  const ImageRect area = area_of(*this, wanted);
   if (area.empty()) return false;
   const size_t length = format.row_length(area.width);
   if (bytes.size() / length < static_cast<size_t>(area.height)) return false;
@@ -103,8 +103,8 @@ bool c32bppDIB::SetDIBbits(std::span<const uint8_t> bytes, const BitsFormat& for
 }
 
 bool c32bppDIB::GetAlphaMask(std::vector<uint8_t>& out, bool dword_aligned, bool bottom_up,
-                             const PixelRect& wanted) const {
-  const PixelRect area = area_of(*this, wanted);
+                             const ImageRect& wanted) const {
+  const ImageRect area = area_of(*this, wanted);
   if (area.empty()) return false;
   const auto length =
       static_cast<size_t>(dword_aligned ? bitmap_row_length(8, area.width) : int64_t{area.width});

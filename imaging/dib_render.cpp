@@ -59,9 +59,9 @@ bool draw(const c32bppDIB& image, const DrawRequest& request, bool rotated) {
   const ScaledSource source = source_of(image, request);
   const BlendEffects effects{static_cast<uint32_t>(request.opacity * 255 / 100), request.gray_scale,
                              request.light};
-  const PixelRect bounds =
+  const ImageRect bounds =
       rotated ? rotated_bounds(source)
-              : PixelRect{source.dest_x, source.dest_y, source.dest_width, source.dest_height};
+              : ImageRect{source.dest_x, source.dest_y, source.dest_width, source.dest_height};
   OpenTarget target(request.surface, request.host, bounds);
   if (target.empty()) return true;
   if (rotated) {

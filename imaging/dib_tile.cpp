@@ -35,7 +35,7 @@ bool c32bppDIB::TileImage(DrawingSurface* destination, const RenderArguments& ar
   const int32_t wanted_height = args.SrcHeight == 0 ? height_ : magnitude(args.SrcHeight);
   args.SrcX = std::max(args.SrcX, 0);
   args.SrcY = std::max(args.SrcY, 0);
-  const PixelRect area =
+  const ImageRect area =
       clip_to(args.SrcX, args.SrcY, wanted_width, wanted_height, width_, height_);
   if (area.empty()) return true;
   args.Angle = 0;

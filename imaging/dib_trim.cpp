@@ -13,7 +13,7 @@ bool is_visible(const uint8_t* row, int32_t x) {
 }
 
 // The smallest rectangle around all pixels whose alpha is not 0; empty if there are none.
-PixelRect visible_bounds(const PixelView& view) {
+ImageRect visible_bounds(const ImageView& view) {
   int32_t left = view.width, right = -1, top = -1, bottom = -1;
   for (int32_t y = 0; y < view.height; ++y) {
     const uint8_t* row = view.row(y);
@@ -34,7 +34,7 @@ PixelRect visible_bounds(const PixelView& view) {
 // One byte a pixel: 1 where the picture or one of its inner holes is.
 class Mask {
  public:
-  explicit Mask(const PixelView& view) : width_(view.width), height_(view.height) {
+  explicit Mask(const ImageView& view) : width_(view.width), height_(view.height) {
     inside_.resize(static_cast<size_t>(width_) * static_cast<size_t>(height_));
     for (int32_t y = 0; y < height_; ++y) {
       for (int32_t x = 0; x < width_; ++x) inside_[index(x, y)] = is_visible(view.row(y), x);
@@ -82,7 +82,7 @@ class Mask {
   std::vector<std::pair<int32_t, int32_t>> pending_;
 };
 
-void add_spans(const Mask& mask, const PixelRect& bounds, std::vector<PixelRect>& out) {
+void add_spans(const Mask& mask, const ImageRect& bounds, std::vector<ImageRect>& out) {
   for (int32_t y = bounds.y; y < bounds.y + bounds.height; ++y) {
     const uint8_t* row = mask.row(y);
     const int32_t end = bounds.x + bounds.width;
@@ -100,7 +100,7 @@ void add_spans(const Mask& mask, const PixelRect& bounds, std::vector<PixelRect>
 
 }  // namespace
 
-bool c32bppDIB::TrimImage(bool update, int32_t method, PixelRect& found) {
+bool c32bppDIB::TrimImage(bool update, int32_t method, ImageRect& found) {
   if (!has_image() || method < 0) return false;
   if (method == kTrimAll) method = kTrimLeft | kTrimTop | kTrimRight | kTrimBottom;
   found = visible_bounds(std::as_const(*this).view());
@@ -115,7 +115,7 @@ bool c32bppDIB::TrimImage(bool update, int32_t method, PixelRect& found) {
   }
   if (!(method & kTrimRight)) found.width = width_ - found.x;
   if (!(method & kTrimBottom)) found.height = height_ - found.y;
-  if (!update || found == PixelRect{0, 0, width_, height_}) return true;
+  if (!update || found == ImageRect{0, 0, width_, height_}) return true;
 
   c32bppDIB trimmed(factory_);
   if (!trimmed.InitializeDIB(found.width, found.height)) return false;
@@ -126,13 +126,13 @@ bool c32bppDIB::TrimImage(bool update, int32_t method, PixelRect& found) {
   return true;
 }
 
-std::optional<std::vector<PixelRect>> c32bppDIB::CreateRegion(RegionStyle style, int32_t offset_x,
+std::optional<std::vector<ImageRect>> c32bppDIB::CreateRegion(RegionStyle style, int32_t offset_x,
                                                               int32_t offset_y) const {
   const bool known = style == RegionStyle::Bounds || style == RegionStyle::Enclosed ||
                      style == RegionStyle::Shaped;
   if (!has_image() || !known) return std::nullopt;
-  std::vector<PixelRect> region;
-  const PixelRect bounds = visible_bounds(view());
+  std::vector<ImageRect> region;
+  const ImageRect bounds = visible_bounds(view());
   if (bounds.empty()) return region;
   if (style == RegionStyle::Bounds) {
     region.push_back(bounds);
@@ -141,7 +141,7 @@ std::optional<std::vector<PixelRect>> c32bppDIB::CreateRegion(RegionStyle style,
     if (style == RegionStyle::Enclosed) mask.fill_holes();
     add_spans(mask, bounds, region);
   }
-  for (PixelRect& rect : region) {
+  for (ImageRect& rect : region) {
     rect.x += offset_x;
     rect.y += offset_y;
   }

@@ -24,15 +24,15 @@ SamplingShape shape_of(const ScaledSource& source, int32_t first_column, int32_t
 
 }  // namespace
 
-OpenTarget::OpenTarget(DrawingSurface* surface, c32bppDIB* host, const PixelRect& wanted) {
+OpenTarget::OpenTarget(DrawingSurface* surface, c32bppDIB* host, const ImageRect& wanted) {
   if (host) {
-    const PixelRect got =
+    const ImageRect got =
         clip_to(wanted.x, wanted.y, wanted.width, wanted.height, host->Width(), host->Height());
     if (!got.empty()) target_ = {host->view().part(got), got.x, got.y, false};
     return;
   }
-  PixelRect got;
-  MutablePixelView view;
+  ImageRect got;
+  MutableImageView view;
   if (!surface->begin_pixels(wanted, got, view)) return;
   surface_ = surface;
   if (!got.empty()) target_ = {view, got.x, got.y, true};
@@ -66,7 +66,7 @@ const uint8_t* EffectRow::apply(const uint8_t* source) {
 
 void draw_scaled(const ScaledSource& source, const BlendEffects& effects,
                  const BlendTarget& target) {
-  const PixelRect visible =
+  const ImageRect visible =
       clip_to(int64_t{source.dest_x} - target.x, int64_t{source.dest_y} - target.y,
               source.dest_width, source.dest_height, target.view.width, target.view.height);
   if (visible.empty()) return;
@@ -75,7 +75,7 @@ void draw_scaled(const ScaledSource& source, const BlendEffects& effects,
   RowSampler sampler(source.pixels, shape_of(source, first_column, visible.width));
   const RowKernels& kernels = row_kernels();
   const auto width = static_cast<size_t>(visible.width);
-  const MutablePixelView out = target.view.part(visible);
+  const MutableImageView out = target.view.part(visible);
   if (sampler.plain_copy() && !effects.any()) {
     kernels.blend(out.top, out.stride, sampler.row(first_row), sampler.source_stride(), width,
                   static_cast<size_t>(visible.height), effects.global_alpha, target.keep_alpha);
@@ -88,7 +88,7 @@ void draw_scaled(const ScaledSource& source, const BlendEffects& effects,
   }
 }
 
-void copy_scaled(const ScaledSource& source, const MutablePixelView& out) {
+void copy_scaled(const ScaledSource& source, const MutableImageView& out) {
   RowSampler sampler(source.pixels, shape_of(source, 0, source.dest_width));
   for (int32_t y = 0; y < source.dest_height; ++y)
     std::memcpy(out.row(y), sampler.row(y), static_cast<size_t>(source.dest_width) * 4);

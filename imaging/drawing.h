@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "imaging/image_view.h"
 #include "imaging/imaging_bridge.h"
-#include "imaging/pixel_view.h"
 #include "imaging/row_kernels.h"
 #include "imaging/tones.h"
 
@@ -22,7 +22,7 @@ struct BlendEffects {
 
 /// Where a drawing goes: pixels of its own with or without a meaning of alpha.
 struct BlendTarget {
-  MutablePixelView view;
+  MutableImageView view;
   int32_t x = 0, y = 0;  ///< what coordinate the view's first pixel has
   bool keep_alpha = false;
 };
@@ -31,7 +31,7 @@ struct BlendTarget {
 class OpenTarget {
  public:
   /// One of `surface` and `host` is set; a host wins.
-  OpenTarget(DrawingSurface* surface, c32bppDIB* host, const PixelRect& wanted);
+  OpenTarget(DrawingSurface* surface, c32bppDIB* host, const ImageRect& wanted);
   ~OpenTarget();
   OpenTarget(const OpenTarget&) = delete;
   OpenTarget& operator=(const OpenTarget&) = delete;
@@ -63,7 +63,7 @@ class EffectRow {
 
 /// A source rectangle and the rectangle it fills; sizes positive.
 struct ScaledSource {
-  PixelView pixels;  ///< the source rectangle
+  ImageView pixels;  ///< the source rectangle
   int32_t origin_x = 0, origin_y = 0;
   int32_t dest_x = 0, dest_y = 0, dest_width = 0, dest_height = 0;
   bool mirror_x = false, mirror_y = false;
@@ -74,11 +74,11 @@ struct ScaledSource {
 void draw_scaled(const ScaledSource& source, const BlendEffects& effects,
                  const BlendTarget& target);
 /// Copies `source` scaled over `out`, which it fills; no blending.
-void copy_scaled(const ScaledSource& source, const MutablePixelView& out);
+void copy_scaled(const ScaledSource& source, const MutableImageView& out);
 /// Blends `source` turned clockwise by `degrees` about the centre of its destination rectangle.
 void draw_rotated(const ScaledSource& source, int32_t degrees, const BlendEffects& effects,
                   const BlendTarget& target);
 /// The square a rotated drawing may touch.
-PixelRect rotated_bounds(const ScaledSource& source);
+ImageRect rotated_bounds(const ScaledSource& source);
 
 }  // namespace kestrelon

@@ -69,7 +69,7 @@ void sample_nearest(uint8_t* dst, const RotatedRun& run, size_t count) {
 
 }  // namespace
 
-PixelRect rotated_bounds(const ScaledSource& source) {
+ImageRect rotated_bounds(const ScaledSource& source) {
   const double width = source.dest_width, height = source.dest_height;
   const auto side = static_cast<int64_t>(std::ceil(std::sqrt(width * width + height * height)));
   // One more pixel each way, as the centres of rectangle and square may differ by half a pixel.

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "imaging/pixel_view.h"
+#include "imaging/image_view.h"
 #include "imaging/tones.h"
 
 namespace kestrelon {
@@ -28,7 +28,7 @@ class DrawingSurface {
   virtual ~DrawingSurface() = default;
   /// The surface's pixels inside `wanted`, clipped to what is visible, in `got`; the view covers
   /// `got` and is valid until the matching end_pixels. False if nothing can be had.
-  virtual bool begin_pixels(const PixelRect& wanted, PixelRect& got, MutablePixelView& view) = 0;
+  virtual bool begin_pixels(const ImageRect& wanted, ImageRect& got, MutableImageView& view) = 0;
   /// Puts the pixels of the last begin_pixels back. Their alpha bytes have not been touched.
   virtual void end_pixels() = 0;
 };
@@ -40,7 +40,7 @@ struct DrawRequest {
   c32bppDIB* host = nullptr;
   int32_t dest_x = 0, dest_y = 0;
   int32_t dest_width = 0, dest_height = 0;  ///< negative: mirrored
-  PixelRect area;                           ///< of the source
+  ImageRect area;                           ///< of the source
   int32_t opacity = 100;                    ///< 1 to 100
   bool high_quality = false;                ///< the caller's SetHalfTone
   GrayScale gray_scale = GrayScale::None;

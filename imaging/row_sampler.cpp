@@ -31,7 +31,7 @@ Position locate(int64_t dest, int32_t source_size, int32_t dest_size, int64_t di
 
 }  // namespace
 
-RowSampler::RowSampler(const PixelView& source, const SamplingShape& shape)
+RowSampler::RowSampler(const ImageView& source, const SamplingShape& shape)
     : source_(source), shape_(shape), kernels_(row_kernels()) {
   const bool scaled = shape.dest_width != source.width || shape.dest_height != source.height;
   if (!scaled) {

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "imaging/pixel_view.h"
+#include "imaging/image_view.h"
 #include "imaging/row_kernels.h"
 
 namespace kestrelon {
@@ -30,7 +30,7 @@ struct SamplingShape {
 class RowSampler {
  public:
   /// `source` is the source rectangle; its pixels outlive the sampler.
-  RowSampler(const PixelView& source, const SamplingShape& shape);
+  RowSampler(const ImageView& source, const SamplingShape& shape);
 
   /// The visible pixels of destination row `y`, valid until the next call.
   const uint8_t* row(int32_t y);
@@ -52,7 +52,7 @@ class RowSampler {
   const uint8_t* nearest_row(int32_t y);
   const uint8_t* bilinear_row(int32_t y);
 
-  PixelView source_;
+  ImageView source_;
   SamplingShape shape_;
   Mode mode_ = Mode::Copy;
   const RowKernels& kernels_;

@@ -121,7 +121,7 @@ TEST(DibBits, EveryLayoutComesBackThroughTheOtherDirection) {
   c32bppDIB image;
   image.InitializeDIB(5, 3);
   for (size_t i = 0; i < 60; ++i) image.bits()[i] = static_cast<uint8_t>(i % 4 == 3 ? 255 : i * 4);
-  const PixelRect area{1, 1, 99, 0};  // clipped to 4 by 2
+  const ImageRect area{1, 1, 99, 0};  // clipped to 4 by 2
   for (int bits = 0; bits < 16; ++bits) {
     BitsFormat format;
     format.bgr = bits & 1;
@@ -164,8 +164,8 @@ TEST(DibBits, RowsArePaddedPartialAlphaUndoneAndTransparentPixelsZero) {
   format.dword_aligned = false;
   ASSERT_TRUE(image.GetDIBbits(out, format));
   EXPECT_EQ(out.size(), 9u);
-  for (const PixelRect& bad : {PixelRect{-1, 0, 1, 1}, PixelRect{0, -1, 1, 1},
-                               PixelRect{3, 0, 1, 1}, PixelRect{0, 0, -1, 1}})
+  for (const ImageRect& bad : {ImageRect{-1, 0, 1, 1}, ImageRect{0, -1, 1, 1},
+                               ImageRect{3, 0, 1, 1}, ImageRect{0, 0, -1, 1}})
     EXPECT_FALSE(image.GetDIBbits(out, format, bad));
   ASSERT_TRUE(image.GetAlphaMask(out, true, false));
   EXPECT_EQ(out, (std::vector<uint8_t>{100, 0, 255, 0}));

@@ -177,7 +177,7 @@ TEST(Shadow, IsTheMeanAlphaOfTheSquareUpAndLeft) {
 TEST(Trim, CutsOnlyTheSidesAskedFor) {
   struct Case {
     int32_t method;
-    PixelRect found;
+    ImageRect found;
   };
   for (const Case& c :
        {Case{kTrimAll, {1, 2, 3, 2}}, Case{15, {1, 2, 3, 2}}, Case{kTrimLeft, {1, 0, 5, 5}},
@@ -186,7 +186,7 @@ TEST(Trim, CutsOnlyTheSidesAskedFor) {
     c32bppDIB image;
     draw(image, {"......", "......", "..#...", ".+.#..", "......"});
     image.set_original_bytes({1});
-    PixelRect found;
+    ImageRect found;
     ASSERT_TRUE(image.TrimImage(false, c.method, found));
     EXPECT_EQ(found, c.found) << c.method;
     EXPECT_EQ(image.Width(), 6);
@@ -197,21 +197,21 @@ TEST(Trim, CutsOnlyTheSidesAskedFor) {
     EXPECT_TRUE(image.original_bytes().empty());
   }
   c32bppDIB empty;
-  PixelRect found{1, 1, 1, 1};
+  ImageRect found{1, 1, 1, 1};
   EXPECT_FALSE(empty.TrimImage(false, 0, found));
   empty.InitializeDIB(4, 4);
   EXPECT_FALSE(empty.TrimImage(true, -1, found));
   EXPECT_TRUE(empty.TrimImage(true, 0, found));
-  EXPECT_EQ(found, PixelRect{});
+  EXPECT_EQ(found, ImageRect{});
   EXPECT_EQ(empty.Width(), 4);
 }
 
 // A region painted back: what a pixel is covered by, at most once.
-std::vector<std::string> painted(const std::vector<PixelRect>& region, int32_t width,
+std::vector<std::string> painted(const std::vector<ImageRect>& region, int32_t width,
                                  int32_t height) {
   std::vector<std::string> rows(static_cast<size_t>(height),
                                 std::string(static_cast<size_t>(width), '.'));
-  for (const PixelRect& r : region) {
+  for (const ImageRect& r : region) {
     for (int32_t y = r.y; y < r.y + r.height; ++y) {
       for (int32_t x = r.x; x < r.x + r.width; ++x) {
         char& cell = rows.at(static_cast<size_t>(y)).at(static_cast<size_t>(x));
@@ -241,7 +241,7 @@ TEST(Region, FollowsThePixelsItsHolesOrItsBounds) {
   EXPECT_EQ(shape(RegionStyle::Enclosed),
             (Rows{".###..", "####..", "####..", ".###..", "......", "......"}));
   EXPECT_EQ(image.CreateRegion(RegionStyle::Bounds, 5, -7),
-            (std::vector<PixelRect>{{5, -7, 4, 4}}));
+            (std::vector<ImageRect>{{5, -7, 4, 4}}));
   EXPECT_FALSE(image.CreateRegion(static_cast<RegionStyle>(3)));
   image.EraseDIB();
   EXPECT_TRUE(image.CreateRegion(RegionStyle::Enclosed)->empty());

@@ -46,7 +46,7 @@ std::vector<uint8_t> bytes_of(const c32bppDIB& image) {
 class FakeSurface : public DrawingSurface {
  public:
   FakeSurface(int32_t width, int32_t height) { image.InitializeDIB(width, height); }
-  bool begin_pixels(const PixelRect& wanted, PixelRect& got, MutablePixelView& view) override {
+  bool begin_pixels(const ImageRect& wanted, ImageRect& got, MutableImageView& view) override {
     ++begun;
     got = clip_to(wanted.x, wanted.y, wanted.width, wanted.height, image.Width(), image.Height());
     if (!got.empty()) view = image.view().part(got);

@@ -19,12 +19,12 @@ struct Picture {
     // Few distinct values make whole-number sums frequent, which is where truncation errs.
     for (uint8_t& byte : bytes) byte = static_cast<uint8_t>(random() % 5 * 51 + random() % 2);
   }
-  PixelView view() const { return {bytes.data(), ptrdiff_t{width} * 4, width, height}; }
+  ImageView view() const { return {bytes.data(), ptrdiff_t{width} * 4, width, height}; }
   int at(int32_t x, int32_t y, size_t c) const { return view().pixel(x, y)[c]; }
 };
 
 // Bilinear as a fraction of whole numbers.
-int exact_bilinear(const Picture& p, const PixelRect& area, int64_t x, int64_t y, int32_t dw,
+int exact_bilinear(const Picture& p, const ImageRect& area, int64_t x, int64_t y, int32_t dw,
                    int32_t dh, size_t c, bool mirror_x, bool mirror_y) {
   auto source = [&](int64_t i, int64_t j) {
     const int64_t sx = mirror_x ? area.width - 1 - i : i, sy = mirror_y ? area.height - 1 - j : j;
@@ -55,9 +55,9 @@ INSTANTIATE_TEST_SUITE_P(Sizes, RowSamplerTest,
 
 TEST_P(RowSamplerTest, BilinearTruncatesTheExactSumInEveryOrientation) {
   const Picture picture(37, 23, 3);
-  for (const PixelRect& area :
-       {PixelRect{3, 2, 31, 17}, PixelRect{0, 0, 37, 23}, PixelRect{5, 5, 1, 1},
-        PixelRect{7, 3, 2, 2}, PixelRect{36, 0, 1, 23}}) {
+  for (const ImageRect& area :
+       {ImageRect{3, 2, 31, 17}, ImageRect{0, 0, 37, 23}, ImageRect{5, 5, 1, 1},
+        ImageRect{7, 3, 2, 2}, ImageRect{36, 0, 1, 23}}) {
     for (int mirror = 0; mirror < 4; ++mirror) {
       SamplingShape shape;
       shape.dest_width = GetParam().dw;
@@ -87,7 +87,7 @@ TEST_P(RowSamplerTest, BilinearTruncatesTheExactSumInEveryOrientation) {
 
 TEST_P(RowSamplerTest, NearestTakesThePixelTheRatioInDoublePrecisionNames) {
   const Picture picture(37, 23, 5);
-  const PixelRect area{3, 2, 31, 17};
+  const ImageRect area{3, 2, 31, 17};
   SamplingShape shape;
   shape.dest_width = GetParam().dw;
   shape.dest_height = GetParam().dh;

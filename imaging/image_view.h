@@ -7,15 +7,15 @@
 namespace kestrelon {
 
 /// A rectangle in pixels; width and height are not negative.
-struct PixelRect {
+struct ImageRect {
   int32_t x = 0, y = 0, width = 0, height = 0;
   bool empty() const { return width <= 0 || height <= 0; }
-  bool operator==(const PixelRect&) const = default;
+  bool operator==(const ImageRect&) const = default;
 };
 
 /// The part of [x, x + width) by [y, y + height) inside [0, limit_width) by [0, limit_height);
 /// sums are taken in 64 bits.
-inline PixelRect clip_to(int64_t x, int64_t y, int64_t width, int64_t height, int32_t limit_width,
+inline ImageRect clip_to(int64_t x, int64_t y, int64_t width, int64_t height, int32_t limit_width,
                          int32_t limit_height) {
   const int64_t left = x < 0 ? 0 : x, top = y < 0 ? 0 : y;
   const int64_t right = x + width < limit_width ? x + width : limit_width;
@@ -27,7 +27,7 @@ inline PixelRect clip_to(int64_t x, int64_t y, int64_t width, int64_t height, in
 
 /// 32-bit pixels addressed from the top left; `stride` is negative for bottom-up memory.
 template <class Byte>
-struct BasicPixelView {
+struct BasicImageView {
   Byte* top = nullptr;
   ptrdiff_t stride = 0;
   int32_t width = 0;
@@ -36,12 +36,12 @@ struct BasicPixelView {
   Byte* row(int32_t y) const { return top + y * stride; }
   Byte* pixel(int32_t x, int32_t y) const { return row(y) + ptrdiff_t{x} * 4; }
   /// The view of a rectangle that lies inside this one.
-  BasicPixelView part(const PixelRect& r) const {
+  BasicImageView part(const ImageRect& r) const {
     return {pixel(r.x, r.y), stride, r.width, r.height};
   }
 };
 
-using PixelView = BasicPixelView<const uint8_t>;
-using MutablePixelView = BasicPixelView<uint8_t>;
+using ImageView = BasicImageView<const uint8_t>;
+using MutableImageView = BasicImageView<uint8_t>;
 
 }  // namespace kestrelon
