@@ -29,7 +29,8 @@ native native-release win32 win64: %: build/%/build.ninja ## build one tree (set
 
 gallery: ## build the library, show every control, leave build/gallery/*.png
 	@$(scripts)/setup.sh build wine
-	@$(MAKE) --no-print-directory win32
+	@$(MAKE) --no-print-directory -s build/win32/build.ninja
+	cmake --build --preset win32 --parallel $(JOBS) --target kestrelon2012 zlibwapi gallery
 	@$(scripts)/gallery.sh
 
 test: setup ## build everything, run every test; AREA="imaging win32/" runs a part
@@ -47,7 +48,7 @@ format: ## lay out all C++ files
 
 fuzz: ## fuzz every reader for FUZZ_SECONDS (60) each
 	@$(scripts)/setup.sh build
-	@$(MAKE) --no-print-directory build/native/build.ninja
+	@$(MAKE) --no-print-directory -s build/native/build.ninja
 	cmake --build build/native --target fuzz --parallel $(JOBS)
 	@$(scripts)/fuzz.sh $(FUZZ_SECONDS)
 

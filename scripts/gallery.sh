@@ -11,7 +11,8 @@ shown=${DISPLAY:-}
 if [ -z "$shown" ]; then
   exec 7< <(exec Xvfb -displayfd 1 -screen 0 1600x1200x24 -nolisten tcp 2>/dev/null)
   server=$!
-  trap 'kill "$server"' EXIT
+  # What still runs in the prefix would only complain when its display goes.
+  trap 'KESTRELON_WINE=server "$here/wine32" -k || true; kill "$server"' EXIT
   if ! read -r -t 30 display <&7; then
     echo "$0: Xvfb does not start" >&2
     exit 1
