@@ -10,7 +10,7 @@
 namespace kestrelon::host {
 
 std::wstring to_base64(const uint8_t* bytes, size_t size);
-// Nothing unless the text is whole groups of four with padding at its end only.
+/// Nothing unless the text is whole groups of four with padding at its end only.
 std::optional<std::vector<uint8_t>> from_base64(std::wstring_view text);
 
 }  // namespace kestrelon::host

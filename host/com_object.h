@@ -5,8 +5,8 @@
 
 namespace kestrelon::host {
 
-// Implements IUnknown for a class that stands behind the listed interfaces. The object is born with
-// one reference, which the creator owns; make_com() takes it over.
+/// Implements IUnknown for a class that stands behind the listed interfaces. The object is born
+/// with one reference, which the creator owns; make_com() takes it over.
 template <class First, class... Rest>
 class ComObject : public First, public Rest... {
  public:
@@ -35,8 +35,8 @@ class ComObject : public First, public Rest... {
  protected:
   virtual ~ComObject() = default;
 
-  // Interfaces that are answered besides the listed ones, such as the bases of a derived interface.
-  // Stores an uncounted pointer and answers true.
+  /// Interfaces that are answered besides the listed ones, such as the bases of a derived
+  /// interface. Stores an uncounted pointer and answers true.
   virtual bool answer(REFIID, void**) { return false; }
 
  private:

@@ -23,23 +23,23 @@ class ContainerWindow {
   HWND hwnd() const { return hwnd_; }
   virtual IDispatch* container_dispatch() = 0;
 
-  // Items from the topmost down.
+  /// Items from the topmost down.
   const std::vector<FormItem*>& items() const { return items_; }
   void add_item(FormItem& item);
   void remove_item(FormItem& item);
-  // Puts the item above or below its siblings.
+  /// Puts the item above or below its siblings.
   void order_item(FormItem& item, bool to_front);
   void align_items();
-  // Keeps the tip of an item over its place.
+  /// Keeps the tip of an item over its place.
   void update_tip(FormItem& item);
 
   void invalidate(const RECT& area);
-  // Paints background, picture and windowless items.
+  /// Paints background, picture and windowless items.
   void paint(HDC hdc);
-  // Paints background and picture only, for a windowless item that asks for what lies behind it.
+  /// Paints background and picture only, for a windowless item that asks for what lies behind it.
   void paint_background(HDC hdc);
 
-  // Capture and focus on behalf of windowless items; null gives them up.
+  /// Capture and focus on behalf of windowless items; null gives them up.
   void set_captured(FormItem* item);
   FormItem* captured() const { return captured_; }
   void set_focused(FormItem* item);
@@ -58,11 +58,11 @@ class ContainerWindow {
   ContainerWindow() = default;
   virtual ~ContainerWindow();
 
-  // Makes the window; throws std::runtime_error when the system refuses.
+  /// Makes the window; throws std::runtime_error when the system refuses.
   void create_window(const wchar_t* class_name, const std::wstring& caption, DWORD style,
                      DWORD ex_style, const RECT& bounds, HWND parent);
   void destroy_window();
-  // An override answers what it handles and passes the rest on to this one.
+  /// An override answers what it handles and passes the rest on to this one.
   virtual LRESULT on_message(UINT message, WPARAM wparam, LPARAM lparam);
   virtual void paint_over(HDC) {}
 

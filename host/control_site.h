@@ -21,14 +21,14 @@ namespace kestrelon::host {
 class Extender;
 class PropertyBag;
 
-// How a control comes to its first properties. Exactly one way is taken: a saved bag or stream is
-// loaded, else the control is told that it is new.
+/// How a control comes to its first properties. Exactly one way is taken: a saved bag or stream is
+/// loaded, else the control is told that it is new.
 struct ControlState {
   IPropertyBag* bag = nullptr;
   IErrorLog* errors = nullptr;
   IStream* stream = nullptr;
   IStorage* storage = nullptr;
-  // Not shown until Visible is set.
+  /// Not shown until Visible is set.
   bool hidden = false;
 };
 
@@ -40,13 +40,13 @@ class ControlSite final : public ControlSiteBase, public FormItem {
   ControlSite(Form& form, ContainerWindow& container, std::wstring name, const RECT& bounds,
               ComPtr<IUnknown> control);
 
-  // Sites the control, gives it its state and extent, and activates it when it is visible. Returns
-  // the first failure; a control that fails is closed.
+  /// Sites the control, gives it its state and extent, and activates it when it is visible. Returns
+  /// the first failure; a control that fails is closed.
   HRESULT open(const ControlState& state);
 
   IUnknown* control() const { return control_.get(); }
   ComPtr<IDispatch> control_dispatch() const { return control_.as<IDispatch>(); }
-  // The control's class, such as `USCheckBox`.
+  /// The control's class, such as `USCheckBox`.
   const std::wstring& class_name() const { return class_name_; }
   CLSID clsid() const;
 
@@ -58,29 +58,29 @@ class ControlSite final : public ControlSiteBase, public FormItem {
   bool ui_active() const { return ui_active_; }
   DWORD misc_status() const { return misc_status_; }
 
-  // Events of the control. The handler is called after the line went to the sink's log; events that
-  // come while the container froze them are the control's fault and are counted.
+  /// Events of the control. The handler is called after the line went to the sink's log; events
+  /// that come while the container froze them are the control's fault and are counted.
   EventSink* events() const { return sink_.get(); }
   void on_event(EventHandler handler) { handler_ = std::move(handler); }
   void freeze_events(bool freeze);
   int events_while_frozen() const { return events_while_frozen_; }
 
-  // Told to the control: an ambient member has changed (DISPID_UNKNOWN for several).
+  /// Told to the control: an ambient member has changed (DISPID_UNKNOWN for several).
   void ambient_changed(DISPID id);
   void set_display_as_default(bool shown);
 
-  // Properties that the control reported as changed, oldest first.
+  /// Properties that the control reported as changed, oldest first.
   const std::vector<DISPID>& changes() const { return changes_; }
   void clear_changes() { changes_.clear(); }
-  // Asked before a bindable property changes; all changes are allowed without it.
+  /// Asked before a bindable property changes; all changes are allowed without it.
   std::function<bool(DISPID)> on_request_edit;
 
-  // Access keys and the keys that the control wants for itself.
+  /// Access keys and the keys that the control wants for itself.
   bool has_mnemonic(const MSG& message) const;
   bool eats(DWORD control_info_flag) const;
   HRESULT mnemonic(MSG message);
 
-  // Draws the control as it stands, active or not, into any device context.
+  /// Draws the control as it stands, active or not, into any device context.
   HRESULT draw_into(HDC hdc, const RECT& area, HDC target = nullptr) const;
 
   // FormItem

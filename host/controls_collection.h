@@ -5,8 +5,8 @@
 
 namespace kestrelon::host {
 
-// Count, Item (by index from 0, or by name), enumeration, Add(ProgID, Name, Container) and
-// Remove(index, name or object). Enumeration goes over the items of the moment it began.
+/// Count, Item (by index from 0, or by name), enumeration, Add(ProgID, Name, Container) and
+/// Remove(index, name or object). Enumeration goes over the items of the moment it began.
 class ControlsCollection final : public LateBound {
  public:
   explicit ControlsCollection(FormObject& form);

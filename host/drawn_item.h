@@ -11,7 +11,7 @@ namespace kestrelon::host {
 
 class DrawnItem final : public ComObject<IUnknown>, public FormItem {
  public:
-  // Draws inside the rectangle, which is in client pixels of the container.
+  /// Draws inside the rectangle, which is in client pixels of the container.
   using Painter = std::function<void(HDC, const RECT&)>;
 
   DrawnItem(Form& form, ContainerWindow& container, std::wstring name, const RECT& bounds,

@@ -8,13 +8,13 @@ namespace kestrelon::host {
 
 class ControlSite;
 
-// Answers for the control's interfaces too, so that asking it for a class's default interface tells
-// what kind of control it is. Names that the container does not know go to the control.
+/// Answers for the control's interfaces too, so that asking it for a class's default interface
+/// tells what kind of control it is. Names that the container does not know go to the control.
 class Extender final : public ItemDispatch {
  public:
   explicit Extender(ControlSite& site);
 
-  // The control's Enabled; true for a control without one.
+  /// The control's Enabled; true for a control without one.
   bool enabled() const;
 
   HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) override;

@@ -20,7 +20,7 @@ namespace kestrelon::host {
 
 class FormObject;
 
-// The numbers are those of the BorderStyle property.
+/// The numbers are those of the BorderStyle property.
 enum class FormBorder : long {
   kNone = 0,
   kFixedSingle = 1,
@@ -33,12 +33,12 @@ enum class FormBorder : long {
 struct FormOptions {
   std::wstring name = L"Form1";
   std::wstring caption = L"Form1";
-  // Client size in pixels.
+  /// Client size in pixels.
   int width = 480;
   int height = 320;
   FormBorder border = FormBorder::kSizable;
   ScaleMode scale_mode = ScaleMode::kTwip;
-  // False hosts the controls as a designer does.
+  /// False hosts the controls as a designer does.
   bool user_mode = true;
 };
 
@@ -48,14 +48,14 @@ class Form final : public ContainerWindow {
   ~Form() override;
 
   const std::wstring& name() const { return name_; }
-  // The late-bound object of the form; it outlives the form and answers error 398 from then on.
+  /// The late-bound object of the form; it outlives the form and answers error 398 from then on.
   IDispatch* dispatch() const;
   IDispatch* container_dispatch() override { return dispatch(); }
 
-  // Items. Names are compared without case; an empty name is made from the class and a number. The
-  // box is the form itself when none is given. A bounds rectangle in client pixels of the box; an
-  // empty one keeps the size that the control asks for. Throws ComError: 727 for a name that is
-  // taken, the control's own failure otherwise.
+  /// Items. Names are compared without case; an empty name is made from the class and a number. The
+  /// box is the form itself when none is given. A bounds rectangle in client pixels of the box; an
+  /// empty one keeps the size that the control asks for. Throws ComError: 727 for a name that is
+  /// taken, the control's own failure otherwise.
   ComPtr<ControlSite> add_control(const std::wstring& prog_id, const std::wstring& name,
                                   const RECT& bounds, ContainerWindow* box = nullptr,
                                   const ControlState& state = {});
@@ -64,23 +64,23 @@ class Form final : public ContainerWindow {
                                  const ControlState& state = {});
   ComPtr<FrameBox> add_frame(const std::wstring& name, const RECT& bounds,
                              ContainerWindow* box = nullptr);
-  // An item that `painter` draws, named by a number.
+  /// An item that `painter` draws, named by a number.
   ComPtr<DrawnItem> add_drawing(const RECT& bounds, DrawnItem::Painter painter,
                                 ContainerWindow* box = nullptr);
   void remove(FormItem& item);
   void remove_items_of(ContainerWindow& box);
-  // In the order of their making.
+  /// In the order of their making.
   const std::vector<ComPtr<FormItem>>& all_items() const { return all_; }
   FormItem* find(const std::wstring& name) const;
-  // The box that a Container object stands for; throws ComError 380 for a foreign one.
+  /// The box that a Container object stands for; throws ComError 380 for a foreign one.
   ContainerWindow& box_of(IDispatch* container);
-  // Makes the object of a ProgID; the system's registry unless replaced.
+  /// Makes the object of a ProgID; the system's registry unless replaced.
   std::function<ComPtr<IUnknown>(const std::wstring& prog_id)> create_object;
 
   void show();
   void hide();
-  // Asks the code behind (QueryUnload, Unload), then closes all items and the window. False when
-  // the code refused.
+  /// Asks the code behind (QueryUnload, Unload), then closes all items and the window. False when
+  /// the code refused.
   bool unload(int mode = 1);
   bool loaded() const { return hwnd() != nullptr; }
   RECT window_rect() const;
@@ -93,25 +93,25 @@ class Form final : public ContainerWindow {
   std::wstring caption() const;
   HFONT font_handle();
 
-  // Ambient members. A change is told to all controls.
+  /// Ambient members. A change is told to all controls.
   const Ambients& ambients() const { return ambients_; }
   void set_ambient_back_color(OLE_COLOR color);
   void set_ambient_fore_color(OLE_COLOR color);
   void set_ambient_font(ComPtr<IFontDisp> font);
   void set_user_mode(bool user_mode);
   void set_missing_ambients(std::set<DISPID> missing) { ambients_.missing = std::move(missing); }
-  // False refuses windowless activation, as an old container does.
+  /// False refuses windowless activation, as an old container does.
   bool allow_windowless = true;
 
-  // Events of the form itself (Load, Activate, Deactivate, Resize, QueryUnload, Unload) and of all
-  // its controls.
+  /// Events of the form itself (Load, Activate, Deactivate, Resize, QueryUnload, Unload) and of all
+  /// its controls.
   EventHandler on_event;
   std::function<void(ControlSite&, const std::wstring&, DISPPARAMS&)> on_control_event;
 
-  // Offered each message of the form's window first; true when it is done with.
+  /// Offered each message of the form's window first; true when it is done with.
   std::function<bool(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result)> message_filter;
 
-  // Keys. translate() answers true when the message is done with; see host/message_loop.h.
+  /// Keys. translate() answers true when the message is done with; see host/message_loop.h.
   bool translate(MSG& message);
   void move_focus(bool backwards);
   FormItem* active_item() const { return active_; }
@@ -120,7 +120,7 @@ class Form final : public ContainerWindow {
   void set_default(FormItem& item, bool wanted);
   void set_cancel(FormItem& item, bool wanted);
 
-  // From the sites.
+  /// From the sites.
   ComPtr<IOleInPlaceFrame> in_place_frame();
   void set_active_object(IOleInPlaceActiveObject* object);
   void item_ui_activated(ControlSite& site);
@@ -128,7 +128,7 @@ class Form final : public ContainerWindow {
   void item_left(ControlSite& site);
   void raise_control_event(ControlSite& site, const std::wstring& event, DISPPARAMS& params);
 
-  // Border properties of the form model, each with its window style.
+  /// Border properties of the form model, each with its window style.
   bool control_box = true;
   bool min_button = true;
   bool max_button = true;

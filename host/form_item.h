@@ -15,35 +15,35 @@ namespace kestrelon::host {
 class ContainerWindow;
 class Form;
 
-// The numbers are those of the Align property.
+/// The numbers are those of the Align property.
 enum class Align : long { kNone = 0, kTop = 1, kBottom = 2, kLeft = 3, kRight = 4 };
 
-// Counted, so that an item survives its own removal by a handler that it called. The form that
-// owns it closes it; a closed item answers no more.
+/// Counted, so that an item survives its own removal by a handler that it called. The form that
+/// owns it closes it; a closed item answers no more.
 class FormItem {
  public:
   virtual ULONG STDMETHODCALLTYPE AddRef() = 0;
   virtual ULONG STDMETHODCALLTYPE Release() = 0;
 
-  // The object that Controls hands out.
+  /// The object that Controls hands out.
   virtual IDispatch* dispatch() = 0;
-  // Its window, or null when it has none of its own.
+  /// Its window, or null when it has none of its own.
   virtual HWND window() const = 0;
-  // The object that takes window messages on behalf of a windowless item, or null.
+  /// The object that takes window messages on behalf of a windowless item, or null.
   virtual IOleInPlaceObjectWindowless* windowless() const { return nullptr; }
   virtual IViewObjectEx* view() const { return nullptr; }
-  // Draws an item without a window into its container's surface.
+  /// Draws an item without a window into its container's surface.
   virtual void draw(HDC) {}
 
   virtual bool can_focus() const = 0;
   virtual void take_focus() = 0;
 
-  // The place in client pixels of the container.
+  /// The place in client pixels of the container.
   const RECT& bounds() const { return bounds_; }
   void move(const RECT& bounds);
   void set_visible(bool visible);
   void set_align(Align align);
-  // Puts the item on another box of the same form.
+  /// Puts the item on another box of the same form.
   void set_container(ContainerWindow& container);
   void set_tool_tip(const std::wstring& text);
 
@@ -56,7 +56,7 @@ class FormItem {
   const std::wstring& tool_tip() const { return tool_tip_; }
   bool closed() const { return closed_; }
 
-  // Ends the item: no window, no site, no back pointers in use after this.
+  /// Ends the item: no window, no site, no back pointers in use after this.
   void close();
 
   std::wstring tag;
@@ -68,7 +68,7 @@ class FormItem {
   FormItem(Form& form, ContainerWindow& container, std::wstring name, const RECT& bounds);
   virtual ~FormItem() = default;
 
-  // Sets the first visibility without showing or hiding anything.
+  /// Sets the first visibility without showing or hiding anything.
   void start_visible(bool visible) { visible_ = visible; }
 
   virtual void place() = 0;

@@ -11,14 +11,14 @@ namespace kestrelon::host {
 
 class Form;
 
-// Left, Top, Width and Height are the outer sizes in twips; ScaleWidth and ScaleHeight the client
-// size in the form's ScaleMode. When the form has gone every member answers error 398.
+/// Left, Top, Width and Height are the outer sizes in twips; ScaleWidth and ScaleHeight the client
+/// size in the form's ScaleMode. When the form has gone every member answers error 398.
 class FormObject final : public LateBound, public IOleContainer {
  public:
   explicit FormObject(Form& form);
 
   void detach() { form_ = nullptr; }
-  // Null once the form has gone.
+  /// Null once the form has gone.
   Form* form() const;
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override {

@@ -13,7 +13,7 @@ class FrameBox final : public ComObject<IUnknown>, public FormItem, public Conta
 
   std::wstring caption() const;
   void set_caption(const std::wstring& caption);
-  // Without border and caption the frame is a bare surface.
+  /// Without border and caption the frame is a bare surface.
   void set_border(bool border);
 
   ULONG STDMETHODCALLTYPE AddRef() override { return ComObject::AddRef(); }

@@ -6,13 +6,13 @@
 
 namespace kestrelon::host {
 
-// Left, Top, Width and Height are in the ScaleMode of the item's container. An item that has left
-// its form answers every member with error 398.
+/// Left, Top, Width and Height are in the ScaleMode of the item's container. An item that has left
+/// its form answers every member with error 398.
 class ItemDispatch : public LateBound {
  public:
   ItemDispatch(FormItem& item, std::wstring type_name);
 
-  // The item is gone; the object may still be held by others.
+  /// The item is gone; the object may still be held by others.
   void detach() { item_ = nullptr; }
 
  protected:

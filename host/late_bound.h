@@ -11,24 +11,24 @@
 
 namespace kestrelon::host {
 
-// The number of Basic's error for a value of a wrong type.
+/// The number of Basic's error for a value of a wrong type.
 constexpr int kTypeMismatch = 13;
 
-// The arguments of one call, in the order in which the caller wrote them.
+/// The arguments of one call, in the order in which the caller wrote them.
 class Arguments {
  public:
   explicit Arguments(const DISPPARAMS& params, UINT reserved = 0)
       : params_(params), count_(params.cArgs - reserved), reserved_(reserved) {}
 
   UINT count() const { return count_; }
-  // True when argument `index` was passed and not skipped.
+  /// True when argument `index` was passed and not skipped.
   bool has(UINT index) const;
   const VARIANT& raw(UINT index) const;
   long integer(UINT index) const;
   double number(UINT index) const;
   bool boolean(UINT index) const;
   std::wstring text(UINT index) const;
-  // The object passed, or null for Nothing.
+  /// The object passed, or null for Nothing.
   ComPtr<IDispatch> object(UINT index) const;
 
  private:
@@ -37,13 +37,13 @@ class Arguments {
   UINT reserved_;
 };
 
-// The value itself, whether it came by reference or not.
+/// The value itself, whether it came by reference or not.
 Variant plain_value(const VARIANT& value);
-// Copies into a place that holds nothing yet or a value; false without memory.
+/// Copies into a place that holds nothing yet or a value; false without memory.
 bool copy_value(const VARIANT& value, VARIANT& out);
-// Converts by the invariant locale; false when the value is of a wrong type.
+/// Converts by the invariant locale; false when the value is of a wrong type.
 bool convert_value(const VARIANT& value, VARTYPE type, Variant& out);
-// Conversions that throw ComError 13 when the value is of a wrong type.
+/// Conversions that throw ComError 13 when the value is of a wrong type.
 long to_long(const VARIANT& value);
 double to_double(const VARIANT& value);
 bool to_bool(const VARIANT& value);
@@ -63,20 +63,20 @@ class LateBound : public ComObject<IDispatch> {
                                    VARIANT* result, EXCEPINFO* error, UINT* bad) override;
 
  protected:
-  // `type_name` is what TypeName answers for the object.
+  /// `type_name` is what TypeName answers for the object.
   explicit LateBound(std::wstring type_name);
 
   void property(const wchar_t* name, std::function<Variant()> get, Setter set = nullptr,
                 DISPID id = DISPID_UNKNOWN);
   void method(const wchar_t* name, Getter call, DISPID id = DISPID_UNKNOWN);
-  // A method that gives no result.
+  /// A method that gives no result.
   void action(const wchar_t* name, std::function<void(const Arguments&)> call);
 
-  // What a name or id outside the table does; DISP_E_MEMBERNOTFOUND unless overridden.
+  /// What a name or id outside the table does; DISP_E_MEMBERNOTFOUND unless overridden.
   virtual HRESULT unknown_name(LPOLESTR* names, UINT count, LCID locale, DISPID* ids);
   virtual HRESULT unknown_id(DISPID id, LCID locale, WORD flags, DISPPARAMS* params,
                              VARIANT* result, EXCEPINFO* error, UINT* bad);
-  // Called before a member of the table runs; throws to refuse.
+  /// Called before a member of the table runs; throws to refuse.
   virtual void before_call() {}
 
  private:
@@ -94,13 +94,13 @@ class LateBound : public ComObject<IDispatch> {
   DISPID next_id_;
 };
 
-// A type description that holds nothing but a name, for TypeName.
+/// A type description that holds nothing but a name, for TypeName.
 ComPtr<ITypeInfo> make_named_type(const std::wstring& name);
 
 std::wstring lower_case(std::wstring_view text);
 
-// Late-bound use of any object, for the host itself and its tests. Errors throw ComError with the
-// text that the object gave.
+/// Late-bound use of any object, for the host itself and its tests. Errors throw ComError with the
+/// text that the object gave.
 Variant get_property(IDispatch* object, const wchar_t* name, std::vector<Variant> arguments = {});
 void put_property(IDispatch* object, const wchar_t* name, const Variant& value);
 Variant call_method(IDispatch* object, const wchar_t* name, std::vector<Variant> arguments = {});

@@ -17,7 +17,7 @@ inline void copy_to_caller(const ComPtr<IUnknown>& held, IUnknown*& out) {
   held.copy_to(&out);
 }
 
-// `Raw` is what Next fills; `Held` owns it and gives copies through copy_to_caller().
+/// `Raw` is what Next fills; `Held` owns it and gives copies through copy_to_caller().
 template <class I, class Raw, class Held>
 class ListEnumerator final : public ComObject<I> {
  public:

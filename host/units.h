@@ -5,7 +5,7 @@
 
 namespace kestrelon::host {
 
-// The numbers are those of the form model's ScaleMode property.
+/// The numbers are those of the form model's ScaleMode property.
 enum class ScaleMode : long {
   kUser = 0,
   kTwip = 1,
@@ -19,14 +19,14 @@ enum class ScaleMode : long {
 
 enum class Axis { kX, kY };
 
-// Pixels an inch of the screen.
+/// Pixels an inch of the screen.
 int screen_dpi(Axis axis);
 
 double twips_per_pixel(Axis axis);
-// Twips in one unit of `mode`. kUser counts as twips: a form without a scale of its own.
+/// Twips in one unit of `mode`. kUser counts as twips: a form without a scale of its own.
 double twips_per_unit(ScaleMode mode, Axis axis);
 
-// To whole pixels, to the nearest; lengths beyond 32 bits are held at its ends.
+/// To whole pixels, to the nearest; lengths beyond 32 bits are held at its ends.
 int to_pixels(double length, ScaleMode mode, Axis axis);
 double from_pixels(double pixels, ScaleMode mode, Axis axis);
 

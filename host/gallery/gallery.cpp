@@ -5,6 +5,7 @@
 //
 #include <ole2.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cwchar>
 #include <memory>
@@ -18,10 +19,11 @@
 namespace kestrelon::host {
 namespace {
 
-constexpr int kSideWidth = 190;
+constexpr int kSideWidth = 128;
 constexpr int kWholeWidth = look::kPageWidth + 2 * look::kMargin;
 constexpr int kListId = 100;
 constexpr int kRowHeight = 28;
+constexpr int kScrollStep = 40;
 
 struct Options {
   std::wstring shot_folder;
@@ -131,13 +133,63 @@ class GalleryWindow {
     box_ = form_.add_frame(L"PageBox",
                            make_rect(kSideWidth, 0, client.right - kSideWidth, client.bottom));
     box_->set_border(false);
+    offset_ = 0;
     POINT pointer = {};
     GetCursorPos(&pointer);
     Page page(form_, *box_.get());
     pages()[static_cast<size_t>(index)].build(page);
+    page_height_ = page.y() + look::kMargin;
+    place_page();
     // The pictures of states borrowed the pointer.
     SetCursorPos(pointer.x, pointer.y);
     SetForegroundWindow(form_.hwnd());
+  }
+
+  // The box has the page's whole height; the window's scroll bar moves it.
+  void place_page() {
+    RECT client = {};
+    GetClientRect(form_.hwnd(), &client);
+    SCROLLINFO info = {sizeof info,
+                       SIF_RANGE | SIF_PAGE | SIF_POS,
+                       0,
+                       page_height_ - 1,
+                       static_cast<UINT>(client.bottom),
+                       offset_,
+                       0};
+    SetScrollInfo(form_.hwnd(), SB_VERT, &info, TRUE);
+    // Showing or hiding the bar changed the width.
+    GetClientRect(form_.hwnd(), &client);
+    offset_ = std::clamp(offset_, 0, std::max<int>(0, page_height_ - client.bottom));
+    box_->move(make_rect(kSideWidth, -offset_, client.right - kSideWidth,
+                         std::max<int>(page_height_, client.bottom)));
+  }
+
+  void scroll(WORD code) {
+    SCROLLINFO info = {sizeof info, SIF_ALL, 0, 0, 0, 0, 0};
+    GetScrollInfo(form_.hwnd(), SB_VERT, &info);
+    const int page = static_cast<int>(info.nPage);
+    switch (code) {
+      case SB_LINEUP:
+        offset_ -= kScrollStep;
+        break;
+      case SB_LINEDOWN:
+        offset_ += kScrollStep;
+        break;
+      case SB_PAGEUP:
+        offset_ -= page;
+        break;
+      case SB_PAGEDOWN:
+        offset_ += page;
+        break;
+      case SB_THUMBTRACK:
+      case SB_THUMBPOSITION:
+        offset_ = info.nTrackPos;
+        break;
+      default:
+        return;
+    }
+    offset_ = std::clamp(offset_, 0, std::max(0, page_height_ - page));
+    if (box_) place_page();
   }
 
   void draw_row(const DRAWITEMSTRUCT& row) const {
@@ -152,7 +204,7 @@ class GalleryWindow {
       ExtTextOutW(row.hDC, 0, 0, ETO_OPAQUE, &mark, nullptr, 0, nullptr);
     }
     RECT place = row.rcItem;
-    place.left += 16;
+    place.left += 12;
     draw_text(row.hDC, place, pages()[row.itemID].name, TextStyle::kLabel);
   }
 
@@ -171,8 +223,14 @@ class GalleryWindow {
         return true;
       case WM_SIZE:
         if (list_) MoveWindow(list_, 0, 0, kSideWidth, HIWORD(lparam), TRUE);
-        if (box_) box_->move(make_rect(kSideWidth, 0, LOWORD(lparam) - kSideWidth, HIWORD(lparam)));
+        if (box_) place_page();
         return false;
+      case WM_VSCROLL:
+        scroll(LOWORD(wparam));
+        return true;
+      case WM_MOUSEWHEEL:
+        scroll(GET_WHEEL_DELTA_WPARAM(wparam) > 0 ? SB_LINEUP : SB_LINEDOWN);
+        return true;
       case WM_DESTROY:
         PostQuitMessage(0);
         return false;
@@ -186,6 +244,8 @@ class GalleryWindow {
   };
   std::unique_ptr<HBRUSH__, BrushDeleter> side_brush_{CreateSolidBrush(look::kSide)};
   HWND list_ = nullptr;
+  int page_height_ = 0;
+  int offset_ = 0;
   ComPtr<FrameBox> box_;
   Form form_;
 };

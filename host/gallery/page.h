@@ -13,7 +13,7 @@
 
 namespace kestrelon::host {
 
-// Looks shared by all pages.
+/// Looks shared by all pages.
 namespace look {
 constexpr COLORREF kPaper = RGB(255, 255, 255);
 constexpr COLORREF kInk = RGB(31, 45, 61);
@@ -28,7 +28,7 @@ constexpr int kPageWidth = 840;
 enum class TextStyle { kTitle, kSubtitle, kSection, kLabel, kSmall, kCentred };
 void draw_text(HDC hdc, const RECT& place, const std::wstring& text, TextStyle style);
 
-// What a control goes through when its picture is taken.
+/// What a control goes through when its picture is taken.
 enum class Situation { kAway, kOver, kPressed, kFocused };
 
 using Prepare = std::function<void(IDispatch*)>;
@@ -38,7 +38,7 @@ class Page {
   Page(Form& form, ContainerWindow& box) : form_(form), box_(box) {}
 
   Form& form() const { return form_; }
-  // Where the next thing goes, in pixels from the top.
+  /// Where the next thing goes, in pixels from the top.
   int y() const { return y_; }
   void skip(int pixels) { y_ += pixels; }
 
@@ -47,15 +47,15 @@ class Page {
   void text(const RECT& place, const std::wstring& text, TextStyle style = TextStyle::kLabel);
   void picture(int x, int y, const Picture& picture, int scale = 1);
   void paint(const RECT& place, std::function<void(HDC, const RECT&)> painter);
-  // A live control.
+  /// A live control.
   ComPtr<ControlSite> control(const std::wstring& prog_id, const RECT& place,
                               const Prepare& prepare = nullptr);
 
-  // The pixels of a control in a state that real mouse input brought about.
+  /// The pixels of a control in a state that real mouse input brought about.
   Picture snapshot(const std::wstring& prog_id, int width, int height, Situation situation,
                    const Prepare& prepare) const;
 
-  // One row a variant; for each theme the states normal, over, pressed and disabled side by side.
+  /// One row a variant; for each theme the states normal, over, pressed and disabled side by side.
   struct Variation {
     std::wstring label;
     Prepare prepare;
@@ -75,13 +75,13 @@ struct PageEntry {
   void (*build)(Page& page);
 };
 
-// All pages, in the order of the list.
+/// All pages, in the order of the list.
 const std::vector<PageEntry>& pages();
 
-// Makes controls for every form of the gallery: from the library beside the program when it is
-// there, registered or not, else by the registry.
+/// Makes controls for every form of the gallery: from the library beside the program when it is
+/// there, registered or not, else by the registry.
 ComPtr<IUnknown> create_control(const std::wstring& prog_id);
-// A bitmap resource of the library; empty when it is not loaded from a file.
+/// A bitmap resource of the library; empty when it is not loaded from a file.
 Picture library_bitmap(int id);
 
 }  // namespace kestrelon::host

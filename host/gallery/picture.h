@@ -8,11 +8,11 @@
 
 namespace kestrelon::host {
 
-// An owned 32-bit bitmap. Copies share it.
+/// An owned 32-bit bitmap. Copies share it.
 class Picture {
  public:
   Picture() = default;
-  // White, of this size in pixels; throws std::runtime_error when the system refuses.
+  /// White, of this size in pixels; throws std::runtime_error when the system refuses.
   Picture(int width, int height);
 
   int width() const { return width_; }
@@ -20,10 +20,10 @@ class Picture {
   HBITMAP handle() const { return bitmap_.get(); }
   explicit operator bool() const { return bitmap_ != nullptr; }
 
-  // Draws at (x, y), each pixel as a square of `scale` pixels.
+  /// Draws at (x, y), each pixel as a square of `scale` pixels.
   void draw(HDC hdc, int x, int y, int scale = 1) const;
   Picture part(const RECT& area) const;
-  // Copies pixels of a device context from (x, y) on.
+  /// Copies pixels of a device context from (x, y) on.
   void take(HDC source, int x, int y);
 
  private:
@@ -32,10 +32,10 @@ class Picture {
   std::shared_ptr<HBITMAP__> bitmap_;
 };
 
-// What the client area of a window shows, with its child windows.
+/// What the client area of a window shows, with its child windows.
 Picture client_picture(HWND window);
 
-// Throws std::runtime_error when the file cannot be written.
+/// Throws std::runtime_error when the file cannot be written.
 void save_png(const Picture& picture, const std::wstring& path);
 
 }  // namespace kestrelon::host
