@@ -10,7 +10,7 @@ class TypedReferences {
  public:
   TypedReferences(ITypeInfo& info, DISPID member, WORD flags, DISPPARAMS& parameters)
       : original_(parameters), changed_(parameters) {
-    if (!has_variant_references()) return;
+    if (!needs_work()) return;
     const auto info2 = query<ITypeInfo2>(&info);
     UINT index = 0;
     FUNCDESC* function = nullptr;
@@ -23,8 +23,16 @@ class TypedReferences {
     locals_.resize(original_.cArgs);
     for (UINT i = 0; i < original_.cArgs; ++i) {
       const UINT position = original_.cArgs - 1 - i;  // in declaration order
-      if (original_.cNamedArgs != 0 || position >= static_cast<UINT>(function->cParams)) continue;
-      retype(function->lprgelemdescParam[position].tdesc, i);
+      if (position >= static_cast<UINT>(function->cParams)) continue;
+      const TYPEDESC& declared = function->lprgelemdescParam[position].tdesc;
+      if (is_negative(arguments_[i]) && is_unsigned_long(info, declared)) {
+        const long value =
+            V_VT(&arguments_[i]) == VT_I2 ? V_I2(&arguments_[i]) : V_I4(&arguments_[i]);
+        V_VT(&arguments_[i]) = VT_UI4;
+        V_UI4(&arguments_[i]) = static_cast<ULONG>(value);
+      } else if (original_.cNamedArgs == 0) {
+        retype(declared, i);
+      }
     }
     info.ReleaseFuncDesc(function);
     changed_.rgvarg = arguments_.data();
@@ -40,10 +48,30 @@ class TypedReferences {
   }
 
  private:
-  bool has_variant_references() const {
-    for (UINT i = 0; i < original_.cArgs; ++i)
-      if (V_VT(&original_.rgvarg[i]) == (VT_VARIANT | VT_BYREF)) return true;
+  bool needs_work() const {
+    for (UINT i = 0; i < original_.cArgs; ++i) {
+      const VARIANT& argument = original_.rgvarg[i];
+      if (V_VT(&argument) == (VT_VARIANT | VT_BYREF) || is_negative(argument)) return true;
+    }
     return false;
+  }
+
+  static bool is_negative(const VARIANT& v) {
+    return (V_VT(&v) == VT_I4 && V_I4(&v) < 0) || (V_VT(&v) == VT_I2 && V_I2(&v) < 0);
+  }
+
+  // OLE_COLOR is an unsigned type, but Basic has none: a system colour comes as a negative Long.
+  static bool is_unsigned_long(ITypeInfo& info, const TYPEDESC& declared) {
+    if (declared.vt != VT_USERDEFINED) return declared.vt == VT_UI4;
+    ComPtr<ITypeInfo> referred;
+    TYPEATTR* attributes = nullptr;
+    if (FAILED(info.GetRefTypeInfo(declared.hreftype, referred.put())) ||
+        FAILED(referred->GetTypeAttr(&attributes))) {
+      return false;
+    }
+    const bool out = attributes->typekind == TKIND_ALIAS && attributes->tdescAlias.vt == VT_UI4;
+    referred->ReleaseTypeAttr(attributes);
+    return out;
   }
 
   void retype(const TYPEDESC& declared, UINT i) {
@@ -194,6 +222,8 @@ HRESULT AutomationObject::invoke(void* interface_pointer, DISPID member, REFIID 
     const HRESULT hr = info->Invoke(interface_pointer, member, flags, frame.parameters(), result,
                                     exception, bad_argument);
     if (SUCCEEDED(hr)) frame.carry_back();
+    // Basic and scripts know no unsigned Long: colours go out as they know them.
+    if (SUCCEEDED(hr) && result != nullptr && V_VT(result) == VT_UI4) V_VT(result) = VT_I4;
     return hr;
   });
 }

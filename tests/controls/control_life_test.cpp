@@ -1,4 +1,5 @@
-// What every control must stand: any order of a container's calls, hostile streams, thousands of lives.
+// What every control must stand: any order of a container's calls, hostile streams, thousands of
+// lives.
 #include <gmock/gmock.h>
 #include <windows.h>
 //
@@ -53,11 +54,12 @@ TEST_F(ControlLifeTest, WritesItsKeysInOrderAndReadsThemBackEqual) {
   const auto bag = make_com<PropertyBag>();
   const auto persist = query<IPersistPropertyBag>(site->control());
   ASSERT_EQ(persist->Save(bag.get(), TRUE, TRUE), S_OK);
-  EXPECT_THAT(bag->keys(),
-              ElementsAre(L"Font", L"Caption", L"Enabled", L"Alignment", L"ShowFocusRect", L"BackStyle",
-                          L"BackColor", L"ForeColor", L"MousePointer", L"MouseIcon", L"Value", L"Theme"));
+  EXPECT_THAT(bag->keys(), ElementsAre(L"Font", L"Caption", L"Enabled", L"Alignment",
+                                       L"ShowFocusRect", L"BackStyle", L"BackColor", L"ForeColor",
+                                       L"MousePointer", L"MouseIcon", L"Value", L"Theme"));
   const auto again = place(L"USCheckBox", kPlace, bag.get());
-  for (const wchar_t* name : {L"Caption", L"Value", L"ForeColor", L"Alignment", L"FontBold", L"Theme"})
+  for (const wchar_t* name :
+       {L"Caption", L"Value", L"ForeColor", L"Alignment", L"FontBold", L"Theme"})
     EXPECT_EQ(describe_value(get(*again, name)), describe_value(get(*site, name))) << name;
 }
 

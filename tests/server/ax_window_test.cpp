@@ -1,5 +1,5 @@
-// A container that is not ours: the system's own, which offers no ambient properties, initialises a control
-// before it gives it a site, and passes extents in the wrong unit.
+// A container that is not ours: the system's own, which offers no ambient properties, initialises a
+// control before it gives it a site, and passes extents in the wrong unit.
 #include <gtest/gtest.h>
 #include <windows.h>
 //
@@ -58,8 +58,8 @@ TEST_F(AxWindowTest, HostsACheckBoxThatPaintsAndTakesARealClick) {
   const auto dispatch = control.as<IDispatch>();
   put_property(dispatch.get(), L"Caption", Variant(L"Aceito"));
   put_property(dispatch.get(), L"BackStyle", Variant(1L));
-  const auto window = reinterpret_cast<HWND>(
-      static_cast<LONG_PTR>(to_long(get_property(dispatch.get(), L"hWnd"))));
+  const auto window =
+      reinterpret_cast<HWND>(static_cast<LONG_PTR>(to_long(get_property(dispatch.get(), L"hWnd"))));
   ASSERT_TRUE(IsWindow(window));
   RECT client{};
   GetClientRect(window, &client);
