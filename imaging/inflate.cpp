@@ -54,6 +54,7 @@ Inflater::Inflater(Segments input, InflateFormat format, uint64_t max_output)
   out_ = window_.get();
   out_limit_ = out_ + run;
   feed();
+  if (room_ == 0) look_for_end();
 }
 
 std::span<const uint8_t> Inflater::next() {
@@ -69,17 +70,18 @@ std::span<const uint8_t> Inflater::next() {
     size = static_cast<size_t>(room_);
   }
   room_ -= size;
-  if (room_ == 0) {
-    // What is left of the stream should be no more than the end of its last block.
-    out_limit_ = out_ + 1;
-    const uint8_t* const end = out_;
-    if (!excess_) {
-      while (state_ != State::Failed && state_ != State::Done && out_ == end) step();
-      if (out_ != end || failed() || overrun()) excess_ = true;
-    }
-    if (state_ == State::Failed) state_ = State::Done;
-  }
+  if (room_ == 0) look_for_end();
   return {start, size};
+}
+
+// With all the output made, the rest of the stream should be no more than the end of its last
+// block.
+void Inflater::look_for_end() {
+  out_limit_ = out_ + 1;
+  const uint8_t* const end = out_;
+  while (!excess_ && state_ != State::Failed && state_ != State::Done && out_ == end) step();
+  if (out_ != end || failed() || overrun()) excess_ = true;
+  state_ = State::Done;
 }
 
 void Inflater::step() {

@@ -59,6 +59,7 @@ class Inflater {
   friend struct InflateLoop;
 
   void step();
+  void look_for_end();
   void read_stream_header();
   void read_block_header();
   void read_stored_header();

@@ -74,6 +74,8 @@ struct InflateLoop {
   // Three literals of a full index each, and a length with its extra bits, come out of one refill.
   static_assert(!kWide || 3 * kLitLenBits + kMaxCodeBits + 5 <= kRefill);
   static_assert(kMaxCodeBits + 13 <= kRefill || !kWide);
+  static_assert(!kWide || 5 * kLitLenBits <= kRefill);
+  static_assert((kWide ? kMaxCodeBits : 0) + 13 + kLitLenBits <= kRefill);
   static_assert(2 * kLitLenBits <= kRefill && kMaxCodeBits + 5 <= kRefill);
 
   enum class Exit { Limit, EndOfBlock, Error };
@@ -96,6 +98,9 @@ struct InflateLoop {
       in += (kWordBits - 1 - count) >> 3;
       count |= kRefill;
     };
+    auto look_up = [&]() __attribute__((always_inline)) {
+      return lit_len[bits & kLitLenMask];
+    };
     auto drop = [&](uint32_t entry) __attribute__((always_inline)) {
       bits >>= entry & (kWordBits - 1);
       count -= entry & 31;
@@ -113,25 +118,33 @@ struct InflateLoop {
       return exit;
     };
 
+    // Each look-up for the next round comes early, so that its time is hidden behind other work; a
+    // full index of bits is left over wherever that is done, and a refill does not change it.
+    refill();
+    uint32_t entry = look_up();
     while (in < in_limit && out < out_limit) {
       refill();
-      uint32_t entry = lit_len[bits & kLitLenMask];
       if (entry & kEntryLiteral) {
         emit(entry);
         drop(entry);
-        entry = lit_len[bits & kLitLenMask];
+        entry = look_up();
         if (entry & kEntryLiteral) {
           emit(entry);
           drop(entry);
-          if constexpr (!kWide) continue;
-          entry = lit_len[bits & kLitLenMask];
+          if constexpr (!kWide) {
+            refill();
+            entry = look_up();
+            continue;
+          }
+          entry = look_up();
           if (entry & kEntryLiteral) {
             emit(entry);
             drop(entry);
-            entry = lit_len[bits & kLitLenMask];
+            entry = look_up();
             if (entry & kEntryLiteral) {
               emit(entry);
               drop(entry);
+              entry = look_up();
               continue;
             }
           }
@@ -145,6 +158,8 @@ struct InflateLoop {
           if (entry & kEntryLiteral) {
             emit(entry);
             drop(entry);
+            refill();
+            entry = look_up();
             continue;
           }
         }
@@ -181,6 +196,7 @@ struct InflateLoop {
           static_cast<size_t>((saved & ((Word{1} << (entry & 31)) - 1)) >> ((entry >> 8) & 15));
       if (distance > static_cast<size_t>(out - history)) [[unlikely]]
         return pause(Exit::Error);
+      entry = look_up();
       copy_match(out, distance, length);
       out += length;
     }

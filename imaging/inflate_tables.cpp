@@ -153,12 +153,28 @@ bool build_table(std::span<uint32_t> table, unsigned index_bits, std::span<const
   return i == sorted.used || fill_subtables(table, index_bits, sorted, payload, code, i);
 }
 
+// Where the bits behind a literal's code hold a second literal as a whole, the entry takes both.
+// From the end, so that the second one, which stands at half the index or before, is still single.
+void pair_literals(std::span<uint32_t> table) {
+  for (size_t i = size_t{1} << kLitLenBits; i-- > 0;) {
+    const uint32_t first = table[i];
+    const uint32_t second = table[i >> (first & 31)];
+    const uint32_t bits = (first & 31) + (second & 31);
+    if ((first & second & kEntryLiteral) == 0 || bits > kLitLenBits) continue;
+    table[i] = kEntryLiteral | 2u << 8 | bits | (first & 0xFF0000u) | (second & 0xFF0000u) << 8;
+  }
+}
+
 }  // namespace
 
 bool InflateTables::build_lit_len(std::span<const uint8_t> lengths) {
   // Without a code for the end of block no block could end.
-  return lengths.size() > 256 && lengths[256] != 0 &&
-         build_table(lit_len, kLitLenBits, lengths, kLitLenPayloads.data());
+  if (lengths.size() <= 256 || lengths[256] == 0 ||
+      !build_table(lit_len, kLitLenBits, lengths, kLitLenPayloads.data())) {
+    return false;
+  }
+  pair_literals(lit_len);
+  return true;
 }
 
 bool InflateTables::build_dist(std::span<const uint8_t> lengths) {

@@ -13,8 +13,10 @@ char latin1(wchar_t c) {
   return static_cast<uint32_t>(c) < 256 ? static_cast<char>(c) : '?';
 }
 
-bool is_low_surrogate(wchar_t c) {
-  return (static_cast<uint32_t>(c) & 0xFFFFFC00u) == 0xDC00u;
+// Whether text[i] is the second half of a surrogate pair.
+bool ends_pair(std::wstring_view text, size_t i) {
+  auto kind = [](wchar_t c) { return static_cast<uint32_t>(c) & 0xFFFFFC00u; };
+  return i > 0 && kind(text[i]) == 0xDC00u && kind(text[i - 1]) == 0xD800u;
 }
 
 bool is_printable(char c) {
@@ -72,7 +74,7 @@ std::string latin1_text(std::wstring_view text) {
     const wchar_t c = text[i];
     if (c == L'\r') {
       if (i + 1 == text.size() || text[i + 1] != L'\n') out += '\n';
-    } else if (c != 0 && !(is_low_surrogate(c) && i > 0)) {
+    } else if (c != 0 && !ends_pair(text, i)) {
       // A pair of surrogates is one character that Latin-1 lacks; its first half stands for it.
       out += latin1(c);
     }
