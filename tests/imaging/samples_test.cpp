@@ -22,16 +22,6 @@ bool read_sample(const std::filesystem::path& path, c32bppDIB& out) {
   return read_tga(bytes, out);
 }
 
-std::vector<std::filesystem::path> samples() {
-  std::vector<std::filesystem::path> out;
-  for (const auto& entry : std::filesystem::directory_iterator(kSamples)) {
-    const std::string kind = entry.path().extension().string();
-    if (kind == ".gif" || kind == ".ico" || kind == ".cur" || kind == ".bmp" || kind == ".tga")
-      out.push_back(entry.path());
-  }
-  return out;
-}
-
 TEST(Samples, KeepTheirAlpha) {
   const auto alpha = [](const char* name) {
     c32bppDIB image;
@@ -47,6 +37,16 @@ TEST(Samples, KeepTheirAlpha) {
 }
 
 #if !defined(_WIN32)
+std::vector<std::filesystem::path> samples() {
+  std::vector<std::filesystem::path> out;
+  for (const auto& entry : std::filesystem::directory_iterator(kSamples)) {
+    const std::string kind = entry.path().extension().string();
+    if (kind == ".gif" || kind == ".ico" || kind == ".cur" || kind == ".bmp" || kind == ".tga")
+      out.push_back(entry.path());
+  }
+  return out;
+}
+
 TEST(Samples, LookAsImageMagickShowsThem) {
   if (!Workshop::has("convert")) GTEST_SKIP() << "needs ImageMagick";
   const Workshop shop;
