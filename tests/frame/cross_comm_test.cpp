@@ -100,7 +100,7 @@ TEST_F(CrossComm, TheFormThatHoldsTheWindowMayCloseFirst) {
 }
 
 TEST_F(CrossComm, OneControlHoldsTheMouseAtATime) {
-  struct Control : ICrossComm {
+  struct Control final : ICrossComm {
     int asked = 0;
     void ReleaseMouseCapture() override { ++asked; }
     cCrossComm& CrossTalkClass() override { return cCrossComm::instance(); }
