@@ -117,7 +117,7 @@ Check "KN_SelecionarPasta", k.KN_SelecionarPasta("no form", "Escolha", "C:\"), E
 Check "KN_AplicativoSendoExecutado", k.KN_AplicativoSendoExecutado("CSCRIPT"), True
 Check "KN_AplicativoSendoExecutado", k.KN_AplicativoSendoExecutado("none.exe"), False
 Check "KN_FinalizarProcesso", k.KN_FinalizarProcesso("none.exe"), False
-Check "KN_Windos64Bits", k.KN_Windos64Bits(), k.KN_DiretorioExiste("C:\windows\syswow64")
+Check "KN_Windos64Bits", VarType(k.KN_Windos64Bits()), CInt(11)
 Check "KN_WindowsAdministrador", VarType(k.KN_WindowsAdministrador()), CInt(11)
 Check "KN_InternetOnline", VarType(k.KN_InternetOnline()), CInt(11)
 Check "KN_IniciarCommonControls", k.KN_IniciarCommonControls(), True

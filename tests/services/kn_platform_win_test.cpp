@@ -97,6 +97,12 @@ TEST_F(KnPlatformWin, KnowsTheClockAndTheDrives) {
   EXPECT_EQ(environment_variable(L"KESTRELON_NOT_SET"), L"");
 }
 
+TEST(KnShellWin, TheSystemIsToldApartFromTheProcess) {
+  SYSTEM_INFO info;
+  GetNativeSystemInfo(&info);
+  EXPECT_EQ(is_64_bit_windows(), info.wProcessorArchitecture == PROCESSOR_ARCHITECTURE_AMD64);
+}
+
 TEST(KnShellWin, ToldErrorsAreTheSystems) {
   const std::wstring text = system_error_text(ERROR_ACCESS_DENIED);
   EXPECT_GT(text.size(), 5u);
