@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <random>
 
-#include "base/module_win.h"
+#include "imaging/zlib_api_win.h"
 
 namespace kestrelon {
 namespace {
@@ -58,20 +58,6 @@ class DiskFile final : public KnFile {
   uint64_t size_;
 };
 
-std::wstring module_folder() {
-  std::wstring path(32768, L'\0');
-  path.resize(GetModuleFileNameW(module_instance(), path.data(), static_cast<DWORD>(path.size())));
-  return path.substr(0, path.rfind(L'\\') + 1);
-}
-
-// zlib stands beside this library or on the system's path, and stays loaded once found.
-bool find_zlib_crc32() {
-  const std::wstring name = L"zlibwapi.dll";
-  HMODULE library = LoadLibraryW((module_folder() + name).c_str());
-  if (library == nullptr) library = LoadLibraryW(name.c_str());
-  return library != nullptr && GetProcAddress(library, "crc32") != nullptr;
-}
-
 KnPlatform::Kind kind_of(DWORD attributes) {
   return attributes & FILE_ATTRIBUTE_DIRECTORY ? KnPlatform::Kind::kDirectory
                                                : KnPlatform::Kind::kFile;
@@ -104,10 +90,7 @@ class SystemPlatform final : public KnPlatform {
 
   uint32_t random_bits() override { return static_cast<uint32_t>(random_()); }
 
-  bool has_zlib() override {
-    static const bool found = find_zlib_crc32();
-    return found;
-  }
+  bool has_zlib() override { return is_zlib_enabled(); }
 
   Kind find(const std::wstring& path) override {
     if (path.find_first_of(L"*?") != std::wstring::npos) return find_by_pattern(path);
