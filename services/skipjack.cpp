@@ -22,9 +22,6 @@ constexpr uint8_t kF[256] = {
     0x5e, 0x6c, 0xa9, 0x13, 0x57, 0x25, 0xb5, 0xe3, 0xbd, 0xa8, 0x3a, 0x01, 0x05, 0x59, 0x2a, 0x46};
 
 constexpr size_t kRounds = 32;
-constexpr bool is_rule_a(size_t round) {
-  return round / 8 % 2 == 0;
-}  // 8 of A, 8 of B, again
 
 // `Lanes` blocks side by side, word by word: each is one long chain of look-ups, so that several at
 // a time fill the processor.
