@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <iterator>
+#include <type_traits>
 
 namespace kestrelon {
 namespace {
@@ -13,6 +14,16 @@ constexpr uint16_t kWestern80[32] = {
     0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
     0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+
+constexpr uint32_t code_of(wchar_t c) {
+  return static_cast<std::make_unsigned_t<wchar_t>>(c);
+}
+
+// Capitals of ASCII, Latin-1 (but the multiplication sign), Greek and the main Cyrillic row.
+constexpr bool is_32_below_small(uint32_t code) {
+  return (code >= 'A' && code <= 'Z') || (code >= 0xC0 && code <= 0xDE && code != 0xD7) ||
+         (code >= 0x391 && code <= 0x3AB && code != 0x3A2) || (code >= 0x410 && code <= 0x42F);
+}
 
 char western_byte(uint32_t c) {
   if (c < 0x80 || (c >= 0xA0 && c <= 0xFF)) return static_cast<char>(c);
@@ -55,21 +66,11 @@ std::vector<std::wstring_view> split(std::wstring_view text, std::wstring_view d
 }
 
 wchar_t fold_case(wchar_t c) {
-  const auto code = static_cast<uint32_t>(c);
-  uint32_t folded = code;
-  if (code >= 'A' && code <= 'Z') {
-    folded = code + 32;
-  } else if (code >= 0xC0 && code <= 0xDE) {
-    if (code != 0xD7) folded = code + 32;  // the multiplication sign has no case
-  } else if (code >= 0x100 && code <= 0x17F) {
-    folded = fold_latin_extended(code);
-  } else if ((code >= 0x391 && code <= 0x3AB && code != 0x3A2) ||
-             (code >= 0x410 && code <= 0x42F)) {
-    folded = code + 32;
-  } else if (code >= 0x400 && code <= 0x40F) {
-    folded = code + 80;
-  }
-  return static_cast<wchar_t>(folded);
+  const uint32_t code = code_of(c);
+  if (is_32_below_small(code)) return static_cast<wchar_t>(code + 32);
+  if (code >= 0x100 && code <= 0x17F) return static_cast<wchar_t>(fold_latin_extended(code));
+  if (code >= 0x400 && code <= 0x40F) return static_cast<wchar_t>(code + 80);
+  return c;
 }
 
 std::wstring fold_case(std::wstring_view text) {
@@ -91,7 +92,7 @@ std::string to_ansi(std::wstring_view text) {
   std::string bytes;
   bytes.reserve(text.size());
   for (const wchar_t c : text) {
-    const auto code = static_cast<uint32_t>(c);
+    const uint32_t code = code_of(c);
     bytes.push_back(western_byte(code));
     // Where wchar_t has 32 bits, a character beyond the base plane still counts as its two units.
     if (code > 0xFFFF) bytes.push_back('?');
