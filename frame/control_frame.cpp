@@ -20,6 +20,7 @@ ControlFrame::~ControlFrame() {
 
 void ControlFrame::on_final_release() {
   if (in_place_active_) InPlaceDeactivate();
+  interception_.sc_Terminate();
   if (!terminated_) {
     terminated_ = true;
     terminate();

@@ -15,6 +15,7 @@
 #include "base/property_stream.h"
 #include "frame/ambient.h"
 #include "frame/property_objects.h"
+#include "frame/self_sub.h"
 #include "frame/surface.h"
 
 namespace kestrelon {
@@ -30,6 +31,7 @@ struct ControlTraits {
 
 class ControlFrame : public AutomationObject,
                      public PropertyOwner,
+                     private SelfSubOwner,
                      public IOleObject,
                      public IOleInPlaceObjectWindowless,
                      public IOleInPlaceActiveObject,
@@ -180,8 +182,10 @@ class ControlFrame : public AutomationObject,
   virtual void got_focus() {}
   virtual void lost_focus() {}
   virtual void access_key_press(short /*key*/) {}
-  /// The callback of message interception: runs after the window procedure for WM_MOUSELEAVE and
-  /// the messages a control adds.
+  /// The messages a control wants to see after the window procedure, beside WM_MOUSELEAVE. They
+  /// arrive only at a control that was read from a saved state, at run time.
+  virtual std::span<const UINT> intercepted_messages() const { return {}; }
+  /// The callback of message interception.
   virtual void window_message_after(UINT /*message*/, WPARAM, LPARAM) {}
   /// First look at a message, before the frame acts on it; true when `result` is the answer.
   virtual bool window_message_before(UINT, WPARAM, LPARAM, LRESULT& /*result*/) { return false; }
@@ -246,6 +250,9 @@ class ControlFrame : public AutomationObject,
   bool create_window(HWND parent, const RECT& place);
   void set_size(int width, int height);
   // control_window.cpp
+  void intercept_messages();
+  void WindowProcHook(bool before, bool& handled, LRESULT& result, HWND window, UINT message,
+                      WPARAM wparam, LPARAM lparam, LPARAM user) override;
   static LRESULT CALLBACK window_procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
   LRESULT dispatch_message(UINT message, WPARAM wparam, LPARAM lparam);
   bool handle_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result);
@@ -280,6 +287,7 @@ class ControlFrame : public AutomationObject,
   DWORD view_aspects_ = 0;
   DWORD view_flags_ = 0;
 
+  cSelfSub interception_;
   Surface surface_;
   HWND window_ = nullptr;
   RECT place_{};    // in the container's client coordinates

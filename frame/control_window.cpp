@@ -64,9 +64,24 @@ bool ControlFrame::create_window(HWND parent, const RECT& place) {
                   module_instance(), this);
   if (window_ == nullptr) return false;
   apply_enabled();
+  intercept_messages();
   window_created();
   ShowWindow(window_, SW_SHOWNA);
   return window_ != nullptr;
+}
+
+void ControlFrame::intercept_messages() {
+  if (!was_read_ || !user_mode_) return;
+  interception_.sc_Subclass(window_, 0, 1, this, false);
+  interception_.sc_AddMsg(window_, WM_MOUSELEAVE, MSG_AFTER);
+  for (const UINT message : intercepted_messages())
+    interception_.sc_AddMsg(window_, message, MSG_AFTER);
+}
+
+void ControlFrame::WindowProcHook(bool, bool&, LRESULT&, HWND, UINT message, WPARAM wparam,
+                                  LPARAM lparam, LPARAM) {
+  const Hold hold(*this);
+  window_message_after(message, wparam, lparam);
 }
 
 void unregister_window_class() {
@@ -148,9 +163,6 @@ bool ControlFrame::handle_message(UINT message, WPARAM wparam, LPARAM lparam, LR
     case WM_SYSKEYDOWN:
     case WM_SYSKEYUP:
       return handle_key(message, wparam);
-    case WM_MOUSELEAVE:
-      if (was_read_ && user_mode_) window_message_after(message, wparam, lparam);
-      return true;
     default:
       return message >= WM_MOUSEMOVE && message <= WM_MBUTTONDBLCLK &&
              handle_mouse(message, wparam, lparam);
