@@ -154,7 +154,7 @@ TEST_F(Regedit4Test, AFileCutAtAnyByteWritesOnlyWholeValues) {
       for (const auto& [key, values] : store_.keys)
         for (const auto& [name, value] : values)
           if (escaped && whole.count(key) != 0 && (value.first == 1 || value.first == 4) &&
-              name != "linhas") {
+              name != "linhas" && name != "curto") {
             ASSERT_TRUE(whole.at(key).count(name)) << length << name;
             ASSERT_EQ(whole.at(key).at(name), value) << length;
           }
