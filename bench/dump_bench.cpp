@@ -19,7 +19,7 @@ constexpr long kRows = 1'000'000;
 
 struct SilentObserver final : MaintenanceObserver {
   void status(const std::wstring&) override {}
-  void command(const std::wstring&) override {}
+  void command(std::wstring&) override {}
   void script_totals(long, long) override {}
   void progress(int64_t, int64_t) override {}
   void pump() override {}

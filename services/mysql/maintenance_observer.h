@@ -13,8 +13,9 @@ class MaintenanceObserver {
 
   /// A message for the user, in Brazilian Portuguese.
   virtual void status(const std::wstring& message) = 0;
-  /// A command of a restored file or script.
-  virtual void command(const std::wstring& sql) = 0;
+  /// A command of a file; a restore runs what the listener leaves in `sql`, a script ran it
+  /// already.
+  virtual void command(std::wstring& sql) = 0;
   virtual void script_totals(long commands, long errors) = 0;
   /// The range of a progress bar and its position; failures of the bar do not matter.
   virtual void progress(int64_t max, int64_t value) = 0;

@@ -66,7 +66,7 @@ ScriptOutcome restore_dump(const std::wstring& path, DbConnection& connection,
       if (!gatherer.is_gathering() && !line.empty()) observer.pump();
       return;
     }
-    const std::wstring sql = from_ansi(*statement);
+    std::wstring sql = from_ansi(*statement);
     observer.command(sql);
     ++outcome.commands;
     try {
@@ -99,7 +99,8 @@ ScriptOutcome run_script_by_line(const std::wstring& path, DbConnection& connect
     long error = try_execute(connection, command, outcome, number);
     if (const long other = try_execute(connection, L"COMMIT;", outcome, number)) error = other;
     if (error != 0) ++outcome.errors;
-    observer.command(error != 0 ? command + L" Erro:" + std::to_wstring(error) : command);
+    std::wstring told = error != 0 ? command + L" Erro:" + std::to_wstring(error) : command;
+    observer.command(told);
     ++outcome.commands;
   });
   observer.progress(100, 100);

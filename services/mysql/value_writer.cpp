@@ -46,7 +46,7 @@ bool is_number_type(int type) {
 
 bool outside_code_page(wchar_t c) {
   if (c < 0x80 || (c >= 0xA0 && c <= 0xFF)) return false;
-  return to_ansi({&c, 1}) == "?" || static_cast<uint32_t>(c) > 0xFFFF;
+  return to_ansi({&c, 1}).front() == '?';
 }
 
 void append_exact_text(std::string& line, std::wstring_view text) {
@@ -83,7 +83,7 @@ bool ValueWriter::append_told_text(std::string& line, std::wstring_view text,
     const wchar_t c = text[i];
     if (c >= 0x80) {
       const std::string bytes = to_ansi({&c, 1});
-      equal = equal && bytes != "?" && bytes.size() == 1;
+      equal = equal && bytes.front() != '?';
       line += bytes;
     } else if (c == L'\\' || c == L'\'') {
       line.append({'\\', static_cast<char>(c)});

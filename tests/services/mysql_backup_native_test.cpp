@@ -185,7 +185,7 @@ TEST_F(BackupTest, AServerKilledInTheMiddleLeavesWhatWasWritten) {
   struct Killer final : MaintenanceObserver {
     explicit Killer(MariaDbServer& target) : victim(target) {}
     void status(const std::wstring&) override {}
-    void command(const std::wstring&) override {}
+    void command(std::wstring&) override {}
     void script_totals(long, long) override {}
     void progress(int64_t, int64_t value) override {
       if (value > 2000) victim.kill();

@@ -11,7 +11,7 @@ namespace kestrelon::testing {
 
 struct RecordingObserver final : MaintenanceObserver {
   void status(const std::wstring& message) override { statuses.push_back(message); }
-  void command(const std::wstring& sql) override { commands.push_back(sql); }
+  void command(std::wstring& sql) override { commands.push_back(sql); }
   void script_totals(long count, long errors) override { totals.emplace_back(count, errors); }
   void progress(int64_t max, int64_t value) override { steps.emplace_back(max, value); }
   void pump() override { ++pumps; }
