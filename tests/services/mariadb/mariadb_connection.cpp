@@ -6,82 +6,15 @@
 #include <vector>
 
 #include "services/mysql/utf8_text.h"
+#include "tests/services/mariadb/server_values.h"
 
 namespace kestrelon::testing {
 namespace {
-
-constexpr unsigned kBinaryCharset = 63;
 
 [[noreturn]] void fail_with(MYSQL* mysql) {
   std::wstring text;
   from_utf8(mysql_error(mysql), text);
   throw DbError(static_cast<long>(mysql_errno(mysql)), text);
-}
-
-int ado_type(const MYSQL_FIELD& field) {
-  const bool is_binary = field.charsetnr == kBinaryCharset;
-  switch (field.type) {
-    case MYSQL_TYPE_TINY:
-    case MYSQL_TYPE_SHORT:
-    case MYSQL_TYPE_YEAR:
-      return db_type::kSmallInt;
-    case MYSQL_TYPE_INT24:
-    case MYSQL_TYPE_LONG:
-      return db_type::kInteger;
-    case MYSQL_TYPE_LONGLONG:
-      return db_type::kBigInt;
-    case MYSQL_TYPE_FLOAT:
-      return db_type::kSingle;
-    case MYSQL_TYPE_DOUBLE:
-      return db_type::kDouble;
-    case MYSQL_TYPE_DECIMAL:
-    case MYSQL_TYPE_NEWDECIMAL:
-      return db_type::kNumeric;
-    case MYSQL_TYPE_DATE:
-    case MYSQL_TYPE_NEWDATE:
-      return db_type::kDate;
-    case MYSQL_TYPE_TIME:
-      return db_type::kTime;
-    case MYSQL_TYPE_DATETIME:
-    case MYSQL_TYPE_TIMESTAMP:
-      return db_type::kTimeStamp;
-    case MYSQL_TYPE_BIT:
-      return field.length == 1 ? db_type::kBoolean : db_type::kVarBinary;
-    case MYSQL_TYPE_GEOMETRY:
-      return db_type::kLongVarBinary;
-    case MYSQL_TYPE_TINY_BLOB:
-    case MYSQL_TYPE_MEDIUM_BLOB:
-    case MYSQL_TYPE_LONG_BLOB:
-    case MYSQL_TYPE_BLOB:
-      return is_binary ? db_type::kLongVarBinary : db_type::kVarChar;
-    default:
-      return is_binary ? db_type::kVarBinary : db_type::kVarChar;
-  }
-}
-
-// "2024-01-31 10:20:30.5" or its parts; false for what is no moment of a day.
-bool read_moment(std::string_view text, bool is_time, DbMoment& moment) {
-  int numbers[7] = {};
-  size_t count = 0;
-  for (size_t at = 0; at < text.size() && count < 7; ++count) {
-    size_t end = at;
-    while (end < text.size() && text[end] >= '0' && text[end] <= '9') ++end;
-    if (end == at) return false;
-    std::from_chars(text.data() + at, text.data() + end, numbers[count]);
-    const bool is_fraction = at > 0 && text[at - 1] == '.';
-    for (size_t digits = end - at; is_fraction && digits < 6; ++digits) numbers[count] *= 10;
-    at = end + 1;
-  }
-  if (!is_time) {
-    moment = {numbers[0], numbers[1], numbers[2], numbers[3], numbers[4], numbers[5], numbers[6]};
-  } else {
-    if (numbers[0] > 23) return false;
-    moment.hour = numbers[0];
-    moment.minute = numbers[1];
-    moment.second = numbers[2];
-    moment.microsecond = numbers[3];
-  }
-  return true;
 }
 
 class MariaDbRows final : public RecordSet {
@@ -92,7 +25,7 @@ class MariaDbRows final : public RecordSet {
     const MYSQL_FIELD* const fields = mysql_fetch_fields(result);
     for (unsigned i = 0; i < mysql_num_fields(result); ++i) {
       fields_.push_back(&fields[i]);
-      types_.push_back(ado_type(fields[i]));
+      types_.push_back(ado_type(fields[i].type, fields[i].charsetnr, fields[i].length));
     }
     fetch();
   }
