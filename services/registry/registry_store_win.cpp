@@ -2,6 +2,9 @@
 
 #include <windows.h>
 
+#include <algorithm>
+#include <string_view>
+
 namespace kestrelon {
 namespace {
 
@@ -13,13 +16,34 @@ HKEY root_handle(const RegistryPath& key) {
       static_cast<LONG_PTR>(static_cast<LONG>(static_cast<uint32_t>(key.root))));
 }
 
-// A key open for the time of one call.
+// The ANSI calls take at most 260 characters of a path; a longer one is walked in such steps.
+constexpr size_t kMostStep = 255;
+
+// Length of the first step of a path, up to a backslash if the path is longer.
+size_t step_length(std::string_view path) {
+  if (path.size() <= kMostStep) return path.size();
+  const size_t slash = path.rfind('\\', kMostStep);
+  return slash == std::string_view::npos ? path.size() : slash;
+}
+
+// A key open for the time of one call, made with all keys above it if `creates`.
 class OpenKey {
  public:
-  OpenKey(const RegistryPath& path, REGSAM access) {
-    if (path.root != RegistryRoot::kNone &&
-        RegOpenKeyExA(root_handle(path), path.sub_path.c_str(), 0, access, &key_) != ERROR_SUCCESS)
-      key_ = nullptr;
+  OpenKey(const RegistryPath& path, REGSAM access, bool creates = false) {
+    if (path.root == RegistryRoot::kNone) return;
+    HKEY above = root_handle(path);
+    for (std::string_view rest = path.sub_path;;) {
+      const std::string step(rest.substr(0, step_length(rest)));
+      rest.remove_prefix(std::min(step.size() + 1, rest.size()));
+      HKEY next = nullptr;
+      const LSTATUS status =
+          creates ? RegCreateKeyExA(above, step.c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE,
+                                    access, nullptr, &next, nullptr)
+                  : RegOpenKeyExA(above, step.c_str(), 0, access, &next);
+      if (key_ != nullptr) RegCloseKey(key_);
+      above = key_ = status == ERROR_SUCCESS ? next : nullptr;
+      if (key_ == nullptr || rest.empty()) return;
+    }
   }
   ~OpenKey() {
     if (key_ != nullptr) RegCloseKey(key_);
@@ -62,21 +86,21 @@ bool WindowsRegistry::key_exists(const RegistryPath& key) {
   return static_cast<bool>(OpenKey(key, KEY_READ));
 }
 
-RegistryStore::Handle WindowsRegistry::create_key(const RegistryPath& key) {
-  if (key.root == RegistryRoot::kNone) return 0;
-  HKEY made = nullptr;
-  const LSTATUS status =
-      RegCreateKeyExA(root_handle(key), key.sub_path.c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE,
-                      KEY_READ | KEY_WRITE, nullptr, &made, nullptr);
-  if (status != ERROR_SUCCESS) return 0;
-  RegCloseKey(made);
-  return handle_if(status, made);
+RegistryStore::Handle WindowsRegistry::create_key(const RegistryPath& path) {
+  const OpenKey key(path, KEY_READ | KEY_WRITE, true);
+  return handle_if(key ? ERROR_SUCCESS : ERROR_CANTOPEN, key.get());
 }
 
-RegistryStore::Handle WindowsRegistry::delete_key(const RegistryPath& key) {
+RegistryStore::Handle WindowsRegistry::delete_key(const RegistryPath& path) {
   // Without a sub path the call would delete the root's own content.
-  if (key.root == RegistryRoot::kNone || key.sub_path.empty()) return 0;
-  return handle_if(RegDeleteKeyA(root_handle(key), key.sub_path.c_str()), root_handle(key));
+  if (path.sub_path.empty()) return 0;
+  const size_t slash = path.sub_path.rfind('\\');
+  RegistryPath parent = path;
+  parent.sub_path.resize(slash == std::string::npos ? 0 : slash);
+  const OpenKey key(parent, KEY_READ);
+  if (!key) return 0;
+  const std::string name = path.sub_path.substr(slash + 1);  // from 0 without a backslash
+  return name.empty() ? 0 : handle_if(RegDeleteKeyA(key.get(), name.c_str()), key.get());
 }
 
 std::vector<std::string> WindowsRegistry::subkeys(const RegistryPath& path) {
