@@ -42,15 +42,17 @@ bool MysqlService::backup(const std::wstring& path, DbConnection& connection,
 bool MysqlService::restore(const std::wstring& path, DbConnection& connection,
                            MaintenanceObserver& observer, bool ignore_error) {
   const ScriptOutcome outcome = restore_dump(path, connection, observer, ignore_error);
-  if (outcome.errors > 0) keep_error(outcome.error_number, outcome.error_text, outcome.error_line);
+  if (outcome.error_number != 0)
+    keep_error(outcome.error_number, outcome.error_text, outcome.error_line);
   return !outcome.stopped;
 }
 
 long MysqlService::execute_by_line(const std::wstring& path, DbConnection& connection,
                                    MaintenanceObserver& observer) {
   const ScriptOutcome outcome = run_script_by_line(path, connection, observer);
-  if (outcome.errors > 0) keep_error(outcome.error_number, outcome.error_text, outcome.error_line);
-  return outcome.stopped ? outcome.errors - 1 : outcome.errors;
+  if (outcome.error_number != 0)
+    keep_error(outcome.error_number, outcome.error_text, outcome.error_line);
+  return outcome.errors;
 }
 
 bool MysqlService::alter_engine(DbConnection& connection, MaintenanceObserver& observer,

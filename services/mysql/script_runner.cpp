@@ -9,15 +9,14 @@ namespace {
 
 constexpr long kInputPastEnd = 62;
 
-void note_error(ScriptOutcome& outcome, const DbError& error, long line) {
-  ++outcome.errors;
+void tell_error(ScriptOutcome& outcome, const DbError& error, long line) {
   outcome.error_line = line;
   outcome.error_number = error.number;
   outcome.error_text = error.description;
 }
 
-// Calls `body` with each line of the file and its number, progress told before. A failure of the
-// file or one that leaves the body stops the run.
+// Calls `body` with each line of the file and its number, progress told before, until the body stops
+// the run or the file fails.
 template <class Body>
 void run_lines(const std::wstring& path, MaintenanceObserver& observer, ScriptOutcome& outcome,
                Body&& body) {
@@ -27,13 +26,13 @@ void run_lines(const std::wstring& path, MaintenanceObserver& observer, ScriptOu
     int64_t characters = 0;
     std::ifstream file = open_lines(path, length);
     LineReader reader(file);
-    for (std::string line; reader.next(line);) {
+    for (std::string line; !outcome.stopped && reader.next(line);) {
       characters += static_cast<int64_t>(line.size());
       observer.progress(length, characters);
       body(line, ++number);
     }
   } catch (const DbError& error) {
-    note_error(outcome, error, number);
+    tell_error(outcome, error, number);
     outcome.stopped = true;
   }
 }
@@ -45,9 +44,8 @@ long try_execute(DbConnection& connection, const std::wstring& sql, ScriptOutcom
     connection.execute(sql);
     return 0;
   } catch (const DbError& error) {
-    outcome.error_line = line;
-    outcome.error_text = error.description;
-    return outcome.error_number = error.number;
+    tell_error(outcome, error, line);
+    return error.number;
   }
 }
 
@@ -69,16 +67,15 @@ ScriptOutcome restore_dump(const std::wstring& path, DbConnection& connection,
     std::wstring sql = from_ansi(*statement);
     observer.command(sql);
     ++outcome.commands;
-    try {
-      connection.execute(sql);
-    } catch (const DbError& error) {
-      if (!ignore_error) throw;
-      note_error(outcome, error, number);
+    if (try_execute(connection, sql, outcome, number) != 0) {
+      ++outcome.errors;
+      outcome.stopped = !ignore_error;
     }
     observer.pump();
   });
   if (!outcome.stopped && gatherer.is_gathering()) {
-    note_error(outcome, {kInputPastEnd, L"O arquivo termina no meio de um comando."}, last_line);
+    tell_error(outcome, {kInputPastEnd, L"O arquivo termina no meio de um comando."}, last_line);
+    ++outcome.errors;
     outcome.stopped = !ignore_error;
   }
   if (outcome.stopped) return outcome;

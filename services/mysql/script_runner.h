@@ -10,7 +10,7 @@ namespace kestrelon {
 
 struct ScriptOutcome {
   long commands = 0;
-  long errors = 0;
+  long errors = 0;  // of commands
   /// The run ended at an error, before the end of the file.
   bool stopped = false;
   /// Of the last error; number 0 when there was none. The line is that of the file, from 1.
