@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "services/kn_platform_win.h"
 #include "services/mysql/ado_connection_win.h"
 
 namespace kestrelon {
@@ -22,12 +23,6 @@ NumberMarks user_marks() {
   marks.thousands = thousands.empty() ? L'\0' : thousands[0];
   marks.currency = locale_text(LOCALE_SCURRENCY);
   return marks;
-}
-
-DateTime local_now() {
-  SYSTEMTIME now;
-  GetLocalTime(&now);
-  return {{now.wYear, now.wMonth, now.wDay}, now.wHour, now.wMinute, now.wSecond};
 }
 
 // A text that goes out by reference and that a listener may replace.
@@ -96,7 +91,7 @@ bool KN_MYSQL::backup(const std::wstring& file, IDispatch* connection, const VAR
   options.additional_information = additional_information;
   options.exact_values = exact_values_;
   options.marks = user_marks();
-  options.clock = local_now;
+  options.clock = [] { return system_platform().local_now(); };
   AdoConnection database(connection);
   Observer observer(*this, object_of(progress));
   return service_.backup(file, database, observer, options);
