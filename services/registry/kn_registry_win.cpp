@@ -162,6 +162,7 @@ bool KN_REGISTRY::export_to_reg(const std::wstring& path, const std::wstring& fi
   const std::filesystem::path target(file);
   std::error_code error;
   if (file.empty() || std::filesystem::exists(target, error)) return false;
+  if (!registry_.key_exists(to_page(path))) return false;
   std::ofstream out(target, std::ios::binary);
   RegExportOptions options;
   options.subkeys = subkeys;
