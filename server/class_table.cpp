@@ -2,7 +2,10 @@
 
 #include "base/resource_ids.h"
 #include "controls/us_check_box/us_check_box.h"
+#include "services/ajax/kn_ajax_win.h"
 #include "services/kn/kn_win.h"
+#include "services/mysql/kn_mysql_win.h"
+#include "services/registry/kn_registry_win.h"
 
 namespace kestrelon {
 namespace {
@@ -34,6 +37,9 @@ std::span<const ServerClass> server_classes() {
   static const ServerClass kClasses[] = {
       control<USCheckBox>(L"Kestrelon: caixa de seleção com temas", IDB_TOOLBOX_USCHECKBOX),
       service<KN>(L"Kestrelon: funções utilitárias"),
+      service<KN_MYSQL>(L"Kestrelon: cópia e manutenção de bancos MySQL"),
+      service<KN_AJAX>(L"Kestrelon: requisições HTTP"),
+      service<KN_REGISTRY>(L"Kestrelon: registro do Windows"),
   };
   return kClasses;
 }

@@ -1,0 +1,157 @@
+#include "services/mysql/dump_writer.h"
+
+#include "base/text.h"
+#include "services/kn_format_ex.h"
+#include "services/mysql/sql_text.h"
+
+namespace kestrelon {
+
+DumpWriter::DumpWriter(const std::wstring& path, DbConnection& connection,
+                       MaintenanceObserver& observer, const BackupOptions& options)
+    : connection_(connection),
+      observer_(observer),
+      options_(options),
+      lines_(path),
+      values_(options.marks, options.exact_values) {}
+
+void DumpWriter::write() {
+  write_header();
+  write_routines({L"PROCEDURE", L"procedure"});
+  write_routines({L"FUNCTION", L"function"});
+  const int64_t tables = write_tables();
+  if (!views_.empty()) write_views();
+  lines_.blank();
+  lines_.line(L"--  Fim do arquivo: " + moment_text());
+  lines_.close();
+  observer_.progress(100, 100);
+  observer_.status(L"O backup de " + std::to_wstring(tables) + L" tabela(s) foi concluído.");
+}
+
+std::wstring DumpWriter::moment_text() const {
+  const DateTime now = options_.clock();
+  return format_moment(now, L"DD/MM/YYYY") + L" " + format_moment(now, L"HH:MM:SS");
+}
+
+void DumpWriter::write_comment(std::wstring_view text) {
+  lines_.line(L"--");
+  lines_.line(L"--  " + std::wstring(text));
+  lines_.line(L"--");
+  lines_.blank();
+}
+
+void DumpWriter::write_split(std::wstring_view text, bool pump_each_line) {
+  for (const std::wstring_view line : split(text, L"\n")) {
+    lines_.line(line);
+    if (pump_each_line) observer_.pump();
+  }
+}
+
+void DumpWriter::write_header() {
+  lines_.line(L"--  Criado por: " + options_.application_title);
+  lines_.line(L"--  Data/Hora: " + moment_text());
+  const auto version = connection_.execute(L"SHOW GLOBAL VARIABLES LIKE 'VERSION';");
+  lines_.line(L"--  Versão do MySql: " + row_text(*version, 1));
+  lines_.line(L"--  Base de dados: " + connection_.default_database());
+  const std::wstring_view information = trim_blanks(options_.additional_information);
+  if (!information.empty())
+    lines_.line(L"--  Informações adicionais: " + std::wstring(information));
+  lines_.blank();
+  lines_.line(L"SET FOREIGN_KEY_CHECKS=0;");
+  lines_.blank();
+  if (options_.drop_database) write_database();
+}
+
+void DumpWriter::write_database() {
+  const std::wstring database = quoted_name(connection_.default_database());
+  lines_.line(L"DROP DATABASE IF EXISTS " + database + L";");
+  const auto result = connection_.execute(L"SHOW CREATE DATABASE " + database + L";");
+  lines_.line(create_text(*result, 1) + L";");
+  lines_.line(L"USE " + quoted_name(row_text(*result, 0)) + L";");
+}
+
+std::wstring DumpWriter::create_text(RecordSet& result, size_t field) {
+  std::wstring text = show_create_text(result, field);
+  if (from_ansi(to_ansi(text)) != text) values_.count_altered();
+  return text;
+}
+
+void DumpWriter::write_routines(const RoutineKind& kind) {
+  const std::wstring sql(kind.sql);
+  const std::wstring label(kind.label);
+  const auto routines = connection_.execute(L"SHOW " + sql + L" STATUS;");
+  // The server lists the routines of all its databases.
+  const std::wstring database = connection_.default_database();
+  bool is_first = true;
+  for (; !routines->eof(); routines->move_next()) {
+    if (!is_of_database(*routines, database)) continue;
+    if (!is_first) lines_.blank();
+    is_first = false;
+    const std::wstring name = named_text(*routines, L"Name");
+    const int64_t total = routines->record_count();
+    observer_.status(L"Efetuando backup da procedure (" +
+                     std::to_wstring(routines->absolute_position()) + L" de " +
+                     std::to_wstring(total) + L"): " + name);
+    observer_.progress(total, 0);
+    const auto result =
+        connection_.execute(L"SHOW CREATE " + sql + L" " + quoted_name(name) + L";");
+    const std::wstring text = with_if_not_exists(create_text(*result, 2) + L";", kind.sql);
+    write_comment(L"Exclui a " + label + L": " + quoted_name(name));
+    lines_.line(L"DROP " + sql + L" IF EXISTS " + quoted_name(name) + L";");
+    lines_.blank();
+    write_comment(L"Estrutura da " + label + L": " + quoted_name(name));
+    write_split(text, true);
+    lines_.blank();
+  }
+}
+
+int64_t DumpWriter::write_tables() {
+  const auto tables = connection_.execute(L"SHOW TABLE STATUS;");
+  int64_t count = 0;
+  for (; !tables->eof(); tables->move_next()) {
+    const std::wstring name = named_text(*tables, L"Name");
+    observer_.progress(tables->record_count(), 0);
+    if (equals_ignoring_case(named_text(*tables, L"Comment"), L"VIEW")) {
+      keep_view(*tables, name);
+      continue;
+    }
+    write_table(*tables, name);
+    lines_.blank();
+    ++count;
+  }
+  return count;
+}
+
+void DumpWriter::keep_view(RecordSet& tables, const std::wstring& name) {
+  observer_.status(L"Efetuando backup da view " + position_text(tables, 0) + name);
+  const auto result = connection_.execute(L"SHOW CREATE VIEW " + quoted_name(name) + L";");
+  views_.push_back({name, with_if_not_exists(create_text(*result, 1) + L";", L"VIEW")});
+}
+
+void DumpWriter::write_table(RecordSet& tables, const std::wstring& name) {
+  observer_.status(L"Efetuando backup da tabela " + position_text(tables, 0) + name);
+  auto result = connection_.execute(L"SHOW CREATE TABLE " + quoted_name(name) + L";");
+  const std::wstring text = with_if_not_exists(create_text(*result, 1) + L";", L"TABLE");
+  if (options_.drop_table_if_exists) {
+    write_comment(L"Exclui a tabela: " + quoted_name(name));
+    lines_.line(L"DROP TABLE IF EXISTS " + quoted_name(name) + L";");
+    lines_.blank();
+  }
+  write_comment(L"Estrutura da tabela: " + quoted_name(name));
+  write_split(text, false);
+  lines_.blank();
+  if (!options_.only_table_structure) write_rows(std::move(result), name);
+}
+
+// Views may refer to any table and so come last.
+void DumpWriter::write_views() {
+  for (const View& view : views_) {
+    write_comment(L"Exclui a view: " + quoted_name(view.name));
+    lines_.line(L"DROP VIEW IF EXISTS " + quoted_name(view.name) + L";");
+    lines_.blank();
+    write_comment(L"Estrutura da tabela: " + quoted_name(view.name));
+    write_split(view.text, true);
+    lines_.blank();
+  }
+}
+
+}  // namespace kestrelon

@@ -1,0 +1,33 @@
+// Runs dumps and scripts from files.
+#pragma once
+
+#include <string>
+
+#include "services/mysql/db_connection.h"
+#include "services/mysql/maintenance_observer.h"
+
+namespace kestrelon {
+
+struct ScriptOutcome {
+  long commands = 0;
+  long errors = 0;  // of commands
+  /// The run ended at an error, before the end of the file.
+  bool stopped = false;
+  /// Of the last error; number 0 when there was none. The line is that of the file, from 1.
+  long error_line = 0;
+  long error_number = 0;
+  std::wstring error_text;
+};
+
+/// Restores a dump. Stops at the first failing statement, unless `ignore_error` passes over it. A
+/// statement that the end of the file cuts off is not run and counts as an error. No statement is
+/// run twice. A file that cannot be read stops the run in any case.
+ScriptOutcome restore_dump(const std::wstring& path, DbConnection& connection,
+                           MaintenanceObserver& observer, bool ignore_error);
+
+/// Runs a script of one command a line, each followed by a commit; errors of commands do not stop
+/// it.
+ScriptOutcome run_script_by_line(const std::wstring& path, DbConnection& connection,
+                                 MaintenanceObserver& observer);
+
+}  // namespace kestrelon

@@ -1,0 +1,95 @@
+#include "services/mysql/sql_text.h"
+
+#include "base/text.h"
+
+namespace kestrelon {
+namespace {
+
+constexpr long kInvalidNull = 94;
+constexpr long kNoCurrentRow = 3021;
+constexpr long kItemNotFound = 3265;
+
+std::wstring value_text(const DbValue& value) {
+  switch (value.kind) {
+    case DbValue::Kind::kNull:
+      return {};
+    case DbValue::Kind::kBytes:
+      return from_ansi(value.bytes);
+    case DbValue::Kind::kReal:
+      return std::to_wstring(static_cast<int64_t>(value.real));
+    case DbValue::Kind::kBoolean:
+      return value.boolean ? L"True" : L"False";
+    default:
+      return std::wstring(value.text);
+  }
+}
+
+DbValue row_value(RecordSet& result, size_t field) {
+  if (result.eof()) throw DbError(kNoCurrentRow, L"O resultado não tem registro atual.");
+  if (field >= result.field_count())
+    throw DbError(kItemNotFound, L"O resultado não tem o campo esperado.");
+  return result.value(field);
+}
+
+bool says_create(std::wstring_view text) {
+  return find_ignoring_case(text, L"CREATE") != std::wstring_view::npos;
+}
+
+// The bytes of UTF-16 units, low byte first.
+std::string unpacked_bytes(std::wstring_view text) {
+  std::string bytes;
+  for (const wchar_t c : text) {
+    bytes.push_back(static_cast<char>(c & 0xFF));
+    bytes.push_back(static_cast<char>((c >> 8) & 0xFF));
+  }
+  if (!bytes.empty() && bytes.back() == '\0') bytes.pop_back();
+  return bytes;
+}
+
+}  // namespace
+
+std::wstring quoted_name(std::wstring_view name) {
+  std::wstring quoted = L"`";
+  for (const wchar_t c : name) quoted.append(c == L'`' ? 2 : 1, c);
+  return quoted + L"`";
+}
+
+std::wstring row_text(RecordSet& result, size_t field) {
+  const DbValue value = row_value(result, field);
+  if (value.kind == DbValue::Kind::kNull) throw DbError(kInvalidNull, L"Uso de Null inválido.");
+  return value_text(value);
+}
+
+std::wstring named_text(RecordSet& result, std::wstring_view field) {
+  const auto index = result.find_field(field);
+  if (!index)
+    throw DbError(kItemNotFound, L"O resultado não tem o campo " + std::wstring(field) + L".");
+  return value_text(row_value(result, *index));
+}
+
+std::wstring show_create_text(RecordSet& result, size_t field) {
+  std::wstring text = row_text(result, field);
+  if (says_create(text)) return text;
+  return from_ansi(unpacked_bytes(text));
+}
+
+std::wstring with_if_not_exists(std::wstring text, std::wstring_view kind) {
+  const std::wstring what = L"CREATE " + std::wstring(kind);
+  const std::wstring with = what + L" IF NOT EXISTS";
+  for (size_t at = 0; (at = text.find(what, at)) != std::wstring::npos; at += with.size())
+    text.replace(at, what.size(), with);
+  return text;
+}
+
+bool is_of_database(RecordSet& result, std::wstring_view database) {
+  const auto field = result.find_field(L"Db");
+  return !field || database.empty() ||
+         equals_ignoring_case(value_text(result.value(*field)), database);
+}
+
+std::wstring position_text(RecordSet& result, int offset) {
+  return L"(" + std::to_wstring(result.absolute_position() + offset) + L" de " +
+         std::to_wstring(result.record_count()) + L"): ";
+}
+
+}  // namespace kestrelon

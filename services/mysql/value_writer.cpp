@@ -1,0 +1,248 @@
+#include "services/mysql/value_writer.h"
+
+#include <algorithm>
+#include <charconv>
+
+#include "base/text.h"
+#include "services/kn_format_ex.h"
+#include "services/mysql/utf8_text.h"
+
+namespace kestrelon {
+namespace {
+
+constexpr char kHexDigits[] = "0123456789abcdef";
+constexpr std::string_view kNull = "NULL";
+
+void append_hex(std::string& line, std::string_view bytes) {
+  const size_t start = line.size();
+  line.resize(start + bytes.size() * 2);
+  char* out = line.data() + start;
+  for (const char c : bytes) {
+    const auto byte = static_cast<unsigned char>(c);
+    *out++ = kHexDigits[byte >> 4];
+    *out++ = kHexDigits[byte & 15];
+  }
+}
+
+void append_number(std::string& line, int value, int width) {
+  char digits[12];
+  int count = 0;
+  for (unsigned left = static_cast<unsigned>(std::max(value, 0)); left != 0; left /= 10)
+    digits[count++] = static_cast<char>('0' + left % 10);
+  while (count < width) digits[count++] = '0';
+  while (count > 0) line.push_back(digits[--count]);
+}
+
+// The bare words reach the server unquoted.
+bool is_bare_word(std::wstring_view text) {
+  return text == L"True" || text == L"False" || text == L"NULL";
+}
+
+bool is_number_type(int type) {
+  return (type >= db_type::kSmallInt && type <= db_type::kCurrency) || type == db_type::kDecimal ||
+         (type >= db_type::kTinyInt && type <= db_type::kUnsignedBigInt) ||
+         type == db_type::kNumeric || type == db_type::kVarNumeric;
+}
+
+bool outside_code_page(wchar_t c) {
+  if (c < 0x80 || (c >= 0xA0 && c <= 0xFF)) return false;
+  return to_ansi({&c, 1}).front() == '?';
+}
+
+void append_exact_text(std::string& line, std::wstring_view text) {
+  if (std::any_of(text.begin(), text.end(), outside_code_page)) {
+    line += "_utf8mb4 0x";
+    append_hex(line, to_utf8(text));
+    return;
+  }
+  line.push_back('\'');
+  for (const char c : to_ansi(text)) {
+    if (c == '\n')
+      line += "\\n";
+    else if (c == '\r')
+      line += "\\r";
+    else if (c == '\\' || c == '\'')
+      line.append({'\\', c});
+    else
+      line.push_back(c);
+  }
+  line.push_back('\'');
+}
+
+}  // namespace
+
+// Writes a text as the format has it and answers whether it comes back equal.
+bool ValueWriter::append_told_text(std::string& line, std::wstring_view text,
+                                   int field_type) const {
+  bool equal = true;
+  const bool comma_is_point = text.find(L',') != std::wstring_view::npos &&
+                              (field_type == db_type::kDouble || field_type == db_type::kCurrency ||
+                               is_numeric(text, marks_));
+  line.push_back('\'');
+  for (size_t i = 0; i < text.size(); ++i) {
+    const wchar_t c = text[i];
+    if (c >= 0x80) {
+      const std::string bytes = to_ansi({&c, 1});
+      equal = equal && bytes.front() != '?';
+      line += bytes;
+    } else if (c == L'\\' || c == L'\'') {
+      line.append({'\\', static_cast<char>(c)});
+    } else if (c == L'\n') {
+      equal = equal && i > 0 && text[i - 1] == L'\r';
+    } else if (c == L'\r') {
+      equal = equal && i + 1 < text.size() && text[i + 1] == L'\n';
+      line += "\\r\\n";
+    } else if (c == L',' && comma_is_point) {
+      equal = equal && is_number_type(field_type);
+      line.push_back('.');
+    } else {
+      line.push_back(static_cast<char>(c));
+    }
+  }
+  line.push_back('\'');
+  return equal;
+}
+
+void ValueWriter::append_text(std::string& line, std::wstring_view text, int field_type) {
+  const size_t start = line.size();
+  bool equal = false;
+  if (is_bare_word(text))
+    line += to_ansi(text);
+  else
+    equal = append_told_text(line, text, field_type);
+  if (equal) return;
+  if (!exact_) {
+    ++altered_;
+    return;
+  }
+  line.resize(start);
+  append_exact_text(line, text);
+}
+
+void ValueWriter::append_real(std::string& line, double value, bool single) {
+  constexpr int kDigitsOfDouble = 15;
+  constexpr int kDigitsOfSingle = 7;
+  char text[40];
+  const auto told = std::to_chars(text, text + sizeof text, value, std::chars_format::general,
+                                  single ? kDigitsOfSingle : kDigitsOfDouble);
+  double back = 0;
+  std::from_chars(text, told.ptr, back);
+  const bool equal = single ? static_cast<float>(back) == static_cast<float>(value) : back == value;
+  char* end = told.ptr;
+  if (!equal && exact_) {
+    end = single ? std::to_chars(text, text + sizeof text, static_cast<float>(value)).ptr
+                 : std::to_chars(text, text + sizeof text, value).ptr;
+  } else if (!equal) {
+    ++altered_;
+  }
+  std::replace(text, end, 'e', 'E');
+  line.push_back('\'');
+  line.append(text, end);
+  line.push_back('\'');
+}
+
+void ValueWriter::append_moment(std::string& line, const DbMoment& moment, int field_type) {
+  const bool listed = field_type >= db_type::kDate && field_type <= db_type::kTimeStamp;
+  const bool has_time = field_type != db_type::kDate;
+  const bool has_fraction = moment.microsecond != 0;
+  const bool equal = listed && !(has_time && has_fraction);
+  if (!equal && !exact_) ++altered_;
+  line.push_back('\'');
+  if (!listed && !exact_) {
+    // A date of another type goes out as the host shows it.
+    const DateTime shown{
+        {moment.year, moment.month, moment.day}, moment.hour, moment.minute, moment.second};
+    line += to_ansi(format_moment(shown, L"c"));
+  } else {
+    append_number(line, moment.year, 4);
+    line.push_back('-');
+    append_number(line, moment.month, 2);
+    line.push_back('-');
+    append_number(line, moment.day, 2);
+    if (has_time) {
+      line.push_back(' ');
+      append_number(line, moment.hour, 2);
+      line.push_back(':');
+      append_number(line, moment.minute, 2);
+      line.push_back(':');
+      append_number(line, moment.second, 2);
+      if (has_fraction && exact_) {
+        line.push_back('.');
+        append_number(line, moment.microsecond, 6);
+      }
+    }
+  }
+  line.push_back('\'');
+}
+
+// Binary of a type that the format does not know goes out as text.
+void ValueWriter::append_bytes(std::string& line, std::string_view bytes, int field_type) {
+  const size_t start = line.size();
+  const bool equal = append_told_text(line, from_ansi(bytes), field_type) &&
+                     std::none_of(bytes.begin(), bytes.end(),
+                                  [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
+  if (equal) return;
+  if (!exact_) {
+    ++altered_;
+    return;
+  }
+  line.resize(start);
+  line += "0x";
+  append_hex(line, bytes);
+}
+
+void ValueWriter::append(std::string& line, const DbValue& value, int field_type) {
+  switch (value.kind) {
+    case DbValue::Kind::kNull:
+      line += kNull;
+      break;
+    case DbValue::Kind::kText:
+      append_text(line, value.text, field_type);
+      break;
+    case DbValue::Kind::kNumber:
+      line.push_back('\'');
+      for (const wchar_t c : value.text)
+        line.push_back(c == L',' ? '.' : static_cast<char>(c < 0x80 ? c : L'?'));
+      line.push_back('\'');
+      break;
+    case DbValue::Kind::kReal:
+      append_real(line, value.real, field_type == db_type::kSingle);
+      break;
+    case DbValue::Kind::kBoolean:
+      line += value.boolean ? "True" : "False";
+      break;
+    case DbValue::Kind::kMoment:
+      append_moment(line, value.moment, field_type);
+      break;
+    case DbValue::Kind::kBytes:
+      append_bytes(line, value.bytes, field_type);
+      break;
+  }
+}
+
+void ValueWriter::begin_blob(std::string& line, int field_type) {
+  blob_start_ = line.size();
+  blob_type_ = field_type;
+  line += blob_type_ == db_type::kVarBinary && !exact_ ? "'0x" : "0x";
+}
+
+void ValueWriter::append_blob_bytes(std::string& line, std::string_view bytes) const {
+  append_hex(line, bytes);
+}
+
+void ValueWriter::end_blob(std::string& line, bool is_null, bool complete) {
+  const bool is_quoted = line[blob_start_] == '\'';
+  const bool is_empty = line.size() == blob_start_ + (is_quoted ? 3 : 2);
+  bool equal = complete;
+  if (is_empty) {
+    line.resize(blob_start_);
+    line += is_null || !exact_ ? kNull : "''";
+    equal = is_null || (complete && exact_);
+  } else if (is_quoted) {
+    line.push_back('\'');
+    equal = false;
+  }
+  if (!equal) ++altered_;
+}
+
+}  // namespace kestrelon

@@ -1,0 +1,36 @@
+// Registry branches as REGEDIT4 text. The text is in the ANSI code page, its lines end in CR LF.
+#pragma once
+
+#include <functional>
+#include <iosfwd>
+#include <string>
+#include <string_view>
+
+#include "services/registry/registry_service.h"
+
+namespace kestrelon {
+
+/// The comment behind the head that marks a file of the escaped form.
+inline constexpr std::string_view kEscapedMark =
+    "; Kestrelon 2012: textos com escape de aspas e barras";
+
+struct RegExportOptions {
+  bool subkeys = true;
+  /// The plain form holds strings, binary values and double words, and escapes nothing, so that
+  /// texts with quotes or line ends do not come back whole. The escaped form carries every value of
+  /// every kind; other readers of REGEDIT4 understand it as well.
+  bool escaped = false;
+  /// Called with the path of each key, its root written long, before the key is written.
+  std::function<void(const std::string& path)> on_key;
+};
+
+/// Writes the head and a key with its branch. False when the text cannot be written.
+bool export_registry(RegistryService& registry, std::string_view path,
+                     const RegExportOptions& options, std::ostream& out);
+
+/// Applies a text to the registry, making missing keys. False for another head than REGEDIT4 or for
+/// a malformed double word or line continuation; what stands before it has then been applied. The
+/// registry's `creates_missing_keys` is set during the import and given back only when it succeeds.
+bool import_registry(RegistryService& registry, std::string_view text);
+
+}  // namespace kestrelon
