@@ -15,8 +15,8 @@ void tell_error(ScriptOutcome& outcome, const DbError& error, long line) {
   outcome.error_text = error.description;
 }
 
-// Calls `body` with each line of the file and its number, progress told before, until the body stops
-// the run or the file fails.
+// Calls `body` with each line of the file and its number, progress told before, until the body
+// stops the run or the file fails.
 template <class Body>
 void run_lines(const std::wstring& path, MaintenanceObserver& observer, ScriptOutcome& outcome,
                Body&& body) {

@@ -71,7 +71,8 @@ TEST_F(AjaxTest, EntitiesAreDecodedFromTheAnswer) {
 TEST_F(AjaxTest, MessagesRunDuringTheWait) {
   static int ticks;
   ticks = 0;
-  const UINT_PTR timer = SetTimer(nullptr, 0, 50, [](HWND, UINT, UINT_PTR, DWORD) CALLBACK { ++ticks; });
+  const UINT_PTR timer =
+      SetTimer(nullptr, 0, 50, [](HWND, UINT, UINT_PTR, DWORD) CALLBACK { ++ticks; });
   EXPECT_TRUE(get(server_.address(L"/delay")));
   KillTimer(nullptr, timer);
   EXPECT_GT(ticks, 5);

@@ -1,5 +1,6 @@
 #include "tests/services/ado/ado_objects.h"
 
+#include <charconv>
 #include <cmath>
 #include <memory>
 
@@ -54,6 +55,14 @@ Variant number_variant(const std::string& text, VARTYPE type) {
   return number;
 }
 
+// The system's conversion is off by a unit in the last place.
+template <class Real>
+Real real_of(const std::string& text) {
+  Real value = 0;
+  std::from_chars(text.data(), text.data() + text.size(), value);
+  return value;
+}
+
 Variant moment_variant(const DbMoment& moment) {
   constexpr double kMicrosecondsOfDay = 86'400e6;
   const DateTime whole{
@@ -77,9 +86,9 @@ Variant value_of(const std::string& text, int type) {
     case db_type::kNumeric:
       return number_variant(text, VT_DECIMAL);
     case db_type::kSingle:
-      return number_variant(text, VT_R4);
+      return Variant(real_of<float>(text));
     case db_type::kDouble:
-      return number_variant(text, VT_R8);
+      return Variant(real_of<double>(text));
     case db_type::kBoolean:
       return Variant(text != std::string(1, '\0'));
     case db_type::kDate:
