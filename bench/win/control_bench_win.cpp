@@ -1,5 +1,6 @@
-// The library as a host meets it: time to load it, a full repaint of a check box beside the system's own button
-// control drawing itself, and a thousand controls from creation to first paint. Wall clock, medians.
+// The library as a host meets it: time to load it, a full repaint of a check box beside the
+// system's own button control drawing itself, and a thousand controls from creation to first paint.
+// Wall clock, medians.
 #include <windows.h>
 //
 #include <oleauto.h>
@@ -42,16 +43,15 @@ double median_microseconds(Work work) {
 }
 
 void measure_repaint(Form& form) {
-  const auto site =
-      form.add_control(L"Kestrelon2012.USCheckBox", L"", RECT{0, 0, kWidth, kHeight});
+  const auto site = form.add_control(L"Kestrelon2012.USCheckBox", L"", RECT{0, 0, kWidth, kHeight});
   const auto control = site->control_dispatch();
   put_property(control.get(), L"Caption", Variant(L"&Emitir nota fiscal"));
   put_property(control.get(), L"BackStyle", Variant(1L));
   const double ours = median_microseconds([&] { call_method(control.get(), L"Refresh"); });
 
-  const HWND button = CreateWindowExW(0, L"BUTTON", L"&Emitir nota fiscal",
-                                      WS_CHILD | WS_VISIBLE | BS_AUTOCHECKBOX, 0, 60, kWidth, kHeight,
-                                      form.hwnd(), nullptr, nullptr, nullptr);
+  const HWND button =
+      CreateWindowExW(0, L"BUTTON", L"&Emitir nota fiscal", WS_CHILD | WS_VISIBLE | BS_AUTOCHECKBOX,
+                      0, 60, kWidth, kHeight, form.hwnd(), nullptr, nullptr, nullptr);
   DibSection memory;
   memory.create(kWidth, kHeight);
   const double system = median_microseconds([&] {
@@ -88,8 +88,9 @@ void measure_thousand(Form& form) {
     }
   });
   for (const HWND window : windows) DestroyWindow(window);
-  std::printf("create, activate, first paint of %d: %.0f ms, bare system buttons %.0f ms, ratio %.2f\n",
-              kControls, ours / 1000, system / 1000, ours / system);
+  std::printf(
+      "create, activate, first paint of %d: %.0f ms, bare system buttons %.0f ms, ratio %.2f\n",
+      kControls, ours / 1000, system / 1000, ours / system);
 }
 
 void measure_library() {
