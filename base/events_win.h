@@ -53,53 +53,36 @@ class ConnectionPoint final : public IConnectionPoint {
 };
 
 /// Event arguments go by reference, so that a listener can change them.
-inline VARIANT by_reference(short& value) {
+inline VARIANT by_reference_as(VARTYPE type, void* value) {
   VARIANT out;
-  V_VT(&out) = VT_I2 | VT_BYREF;
-  V_I2REF(&out) = &value;
+  V_VT(&out) = static_cast<VARTYPE>(type | VT_BYREF);
+  V_BYREF(&out) = value;
   return out;
+}
+inline VARIANT by_reference(short& value) {
+  return by_reference_as(VT_I2, &value);
 }
 inline VARIANT by_reference(long& value) {
-  VARIANT out;
-  V_VT(&out) = VT_I4 | VT_BYREF;
-  V_I4REF(&out) = &value;
-  return out;
+  return by_reference_as(VT_I4, &value);
 }
 inline VARIANT by_reference(float& value) {
-  VARIANT out;
-  V_VT(&out) = VT_R4 | VT_BYREF;
-  V_R4REF(&out) = &value;
-  return out;
+  return by_reference_as(VT_R4, &value);
 }
 inline VARIANT by_reference(double& value) {
-  VARIANT out;
-  V_VT(&out) = VT_R8 | VT_BYREF;
-  V_R8REF(&out) = &value;
-  return out;
-}
-inline VARIANT by_reference_bool(VARIANT_BOOL& value) {
-  VARIANT out;
-  V_VT(&out) = VT_BOOL | VT_BYREF;
-  V_BOOLREF(&out) = &value;
-  return out;
+  return by_reference_as(VT_R8, &value);
 }
 inline VARIANT by_reference(BSTR& value) {
-  VARIANT out;
-  V_VT(&out) = VT_BSTR | VT_BYREF;
-  V_BSTRREF(&out) = &value;
-  return out;
+  return by_reference_as(VT_BSTR, &value);
 }
 inline VARIANT by_reference(VARIANT& value) {
-  VARIANT out;
-  V_VT(&out) = VT_VARIANT | VT_BYREF;
-  V_VARIANTREF(&out) = &value;
-  return out;
+  return by_reference_as(VT_VARIANT, &value);
 }
 inline VARIANT by_reference(IDispatch*& value) {
-  VARIANT out;
-  V_VT(&out) = VT_DISPATCH | VT_BYREF;
-  V_DISPATCHREF(&out) = &value;
-  return out;
+  return by_reference_as(VT_DISPATCH, &value);
+}
+/// VARIANT_BOOL is a short to the compiler, so it has a name of its own.
+inline VARIANT by_reference_bool(VARIANT_BOOL& value) {
+  return by_reference_as(VT_BOOL, &value);
 }
 
 /// An enumerator over a list of referenced interfaces or values made at creation.
