@@ -2,11 +2,18 @@
 // bits.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace kestrelon {
+
+/// A character as the number of its code unit; wchar_t is signed on some systems and 16 bits on
+/// others.
+constexpr uint32_t code_unit(wchar_t c) {
+  return static_cast<uint32_t>(c);
+}
 
 /// True for the ASCII digits only; digits of other scripts are letters here.
 constexpr bool is_digit(wchar_t c) {

@@ -34,7 +34,7 @@ bool c32bppDIB::CreateDropShadow(int32_t depth, int32_t color, c32bppDIB& out) c
   if (width_ > INT32_MAX - spread || !out.InitializeDIB(width_ + spread, height_ + spread))
     return false;
   const std::array<uint32_t, 256> pixels = shadow_pixels(color);
-  const auto area = static_cast<uint64_t>((spread + 1) * (spread + 1));
+  const uint64_t area = static_cast<uint64_t>(spread + 1) * static_cast<uint64_t>(spread + 1);
   // Sums stay below 2^17, so this reciprocal divides them exactly.
   const uint64_t reciprocal = ((uint64_t{1} << 32) + area - 1) / area;
   std::vector<int32_t> columns(static_cast<size_t>(width_));

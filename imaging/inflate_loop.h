@@ -76,7 +76,8 @@ struct InflateLoop {
   static_assert(kMaxCodeBits + 13 <= kRefill || !kWide);
   static_assert(!kWide || 5 * kLitLenBits <= kRefill);
   static_assert((kWide ? kMaxCodeBits : 0) + 13 + kLitLenBits <= kRefill);
-  static_assert(2 * kLitLenBits <= kRefill && kMaxCodeBits + 5 <= kRefill);
+  static_assert(2 * kLitLenBits <= kRefill);
+  static_assert(kMaxCodeBits + 5 <= kRefill);
 
   enum class Exit { Limit, EndOfBlock, Error };
 

@@ -232,6 +232,10 @@ HRESULT unregister_server(RegistrationScope scope) {
   const HRESULT library = unregister_library(scope);
   registry.remove_if_empty(L"TypeLib\\" + guid_text(library_id()) + L"\\" + kVersion);
   registry.remove_if_empty(L"TypeLib\\" + guid_text(library_id()));
+  if (scope == RegistrationScope::kUser) {
+    // A user's hive starts without these; registering made them.
+    for (const wchar_t* path : {L"CLSID", L"TypeLib", L"Interface"}) registry.remove_if_empty(path);
+  }
   return FAILED(hr) ? hr : library;
 }
 

@@ -60,7 +60,7 @@ std::wstring form_body(const FormFields& fields, bool encode_values) {
 size_t wire_length(std::wstring_view text) {
   size_t bytes = 0;
   for (const wchar_t unit : text) {
-    const auto c = static_cast<uint32_t>(unit);
+    const uint32_t c = code_unit(unit);
     const bool is_surrogate = c >= 0xD800 && c <= 0xDFFF;  // two of them make four bytes
     bytes += c < 0x80 ? 1 : c < 0x800 || is_surrogate ? 2 : c < 0x10000 ? 3 : 4;
   }

@@ -2,6 +2,8 @@
 
 #include <cstdint>
 
+#include "base/text.h"
+
 namespace kestrelon {
 namespace {
 
@@ -36,7 +38,7 @@ std::string to_utf8(std::wstring_view text) {
   std::string utf8;
   utf8.reserve(text.size() + text.size() / 2);
   for (size_t i = 0; i < text.size(); ++i) {
-    auto c = static_cast<uint32_t>(text[i]);
+    uint32_t c = code_unit(text[i]);
     if (c < 0x80) {
       utf8.push_back(static_cast<char>(c));
       continue;
