@@ -5,16 +5,11 @@
 
 #include <olectl.h>
 
-#include <string>
-
 #include "imaging/dc_surface_win.h"
 #include "imaging/dib_section_win.h"
+#include "imaging/imaging_bridge_win.h"
 
 namespace kestrelon {
-
-/// Puts the Windows side behind the image engine: the system's picture decoder, AlphaBlend, the
-/// optional imaging library, zlib. Done at the start of the library; harmless when repeated.
-void start_imaging();
 
 /// An image whose pixels are a DIB section.
 class WindowsImage : public c32bppDIB {
