@@ -19,6 +19,17 @@ std::optional<POINT> shift_of(HDC dc) {
   return corners[0];
 }
 
+// Whether `candidate` is the memory of the pixel at `at`. Systems do not tell alike which way up
+// the rows of a DIB section lie, so the pixel is made unlike its rival's for the time of a look.
+bool is_pixel(HDC dc, uint8_t* candidate, const uint8_t* rival, POINT at) {
+  const uint8_t before[3] = {candidate[0], candidate[1], candidate[2]};
+  for (int c = 0; c < 3; ++c) candidate[c] = static_cast<uint8_t>(~rival[c]);
+  const COLORREF changed = RGB(candidate[2], candidate[1], candidate[0]);
+  const bool seen = GetPixel(dc, at.x, at.y) == changed;
+  std::memcpy(candidate, before, sizeof before);
+  return seen;
+}
+
 }  // namespace
 
 bool DcSurface::begin_pixels(const ImageRect& wanted, ImageRect& got, MutableImageView& view) {
@@ -40,28 +51,27 @@ bool DcSurface::open_memory(const ImageRect& area, MutableImageView& view) const
   DIBSECTION facts = {};
   const HGDIOBJ bitmap = GetCurrentObject(dc_, OBJ_BITMAP);
   if (GetObjectW(bitmap, sizeof facts, &facts) != sizeof facts) return false;
-  // Which way up the rows lie is asked of our own kind of section alone: systems differ in what
-  // they tell of others.
-  if (facts.dsBm.bmBits == nullptr || facts.dsBm.bmBitsPixel != 32 ||
+  const BITMAP& memory = facts.dsBm;
+  const auto shift = shift_of(dc_);
+  if (!shift || memory.bmBits == nullptr || memory.bmBitsPixel != 32 ||
       facts.dsBmih.biCompression != BI_RGB) {
     return false;
   }
-  const auto shift = shift_of(dc_);
-  if (!shift) return false;
   const int64_t x = int64_t{area.x} + shift->x, y = int64_t{area.y} + shift->y;
-  if (x < 0 || y < 0 || x + area.width > facts.dsBm.bmWidth ||
-      y + area.height > facts.dsBm.bmHeight) {
+  if (x < 0 || y < 0 || x + area.width > memory.bmWidth || y + area.height > memory.bmHeight)
     return false;
-  }
   GdiFlush();
-  const ptrdiff_t stride = facts.dsBm.bmWidthBytes;
-  auto* const first = static_cast<uint8_t*>(facts.dsBm.bmBits);
-  const bool bottom_up = facts.dsBmih.biHeight > 0;
-  const MutableImageView whole{bottom_up ? first + (facts.dsBm.bmHeight - 1) * stride : first,
-                               bottom_up ? -stride : stride, facts.dsBm.bmWidth,
-                               facts.dsBm.bmHeight};
-  view = whole.part({static_cast<int32_t>(x), static_cast<int32_t>(y), area.width, area.height});
-  return true;
+  const ptrdiff_t stride = memory.bmWidthBytes;
+  auto* const first = static_cast<uint8_t*>(memory.bmBits);
+  const ImageRect on_bitmap{static_cast<int32_t>(x), static_cast<int32_t>(y), area.width,
+                            area.height};
+  const MutableImageView top_down{first, stride, memory.bmWidth, memory.bmHeight};
+  const MutableImageView bottom_up{first + (memory.bmHeight - 1) * stride, -stride, memory.bmWidth,
+                                   memory.bmHeight};
+  view = top_down.part(on_bitmap);
+  if (is_pixel(dc_, view.top, bottom_up.part(on_bitmap).top, {area.x, area.y})) return true;
+  view = bottom_up.part(on_bitmap);
+  return is_pixel(dc_, view.top, top_down.part(on_bitmap).top, {area.x, area.y});
 }
 
 bool DcSurface::open_copy(const ImageRect& area, MutableImageView& view) {

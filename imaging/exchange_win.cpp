@@ -1,7 +1,5 @@
 #include "imaging/exchange_win.h"
 
-#include <olectl.h>
-
 #include "base/com_win.h"
 #include "imaging/drop_files.h"
 #include "imaging/picture_convert_win.h"
@@ -63,16 +61,7 @@ bool convert_metafile_block(HGLOBAL memory, c32bppDIB& image) {
   const LockedBlock block(memory);
   if (block.bytes().size() < sizeof(METAFILEPICT)) return false;
   const auto* const facts = reinterpret_cast<const METAFILEPICT*>(block.bytes().data());
-  PICTDESC description = {};
-  description.cbSizeofstruct = sizeof description;
-  description.picType = PICTYPE_METAFILE;
-  description.wmf.hmeta = facts->hMF;
-  description.wmf.xExt = facts->xExt;
-  description.wmf.yExt = facts->yExt;
-  ComPtr<IPicture> picture;
-  return SUCCEEDED(
-             OleCreatePictureIndirect(&description, IID_IPicture, FALSE, picture.put_void())) &&
-         picture && convert_picture(*picture, image);
+  return convert_windows_metafile(facts->hMF, {facts->xExt, facts->yExt}, image);
 }
 
 }  // namespace

@@ -51,6 +51,21 @@ Gdiplus::ColorMatrix color_matrix(const DrawRequest& request) {
   return matrix;
 }
 
+// Moves the origin to the picture's own corner where it is turned or mirrored.
+bool place(const gdi_plus::Api& api, const DrawRequest& request, GpGraphics* graphics) {
+  if (request.degrees == 0 && request.dest_width > 0 && request.dest_height > 0) return false;
+  const auto width = static_cast<float>(std::abs(request.dest_width));
+  const auto height = static_cast<float>(std::abs(request.dest_height));
+  api.translate_world(graphics, static_cast<float>(request.dest_x) + width / 2,
+                      static_cast<float>(request.dest_y) + height / 2, Gdiplus::MatrixOrderPrepend);
+  if (request.degrees != 0)
+    api.rotate_world(graphics, static_cast<float>(request.degrees), Gdiplus::MatrixOrderPrepend);
+  api.scale_world(graphics, request.dest_width < 0 ? -1.0f : 1.0f,
+                  request.dest_height < 0 ? -1.0f : 1.0f, Gdiplus::MatrixOrderPrepend);
+  api.translate_world(graphics, -width / 2, -height / 2, Gdiplus::MatrixOrderPrepend);
+  return true;
+}
+
 bool draw_on(const gdi_plus::Api& api, const DrawRequest& request, GpImage* source,
              GpGraphics* graphics) {
   Owner<GpImageAttributes> attributes(api.dispose_attributes);
@@ -65,21 +80,11 @@ bool draw_on(const gdi_plus::Api& api, const DrawRequest& request, GpImage* sour
                                       : Gdiplus::InterpolationModeNearestNeighbor);
   api.set_pixel_offset(graphics, Gdiplus::PixelOffsetModeHalf);
   const int width = std::abs(request.dest_width), height = std::abs(request.dest_height);
-  int x = request.dest_x, y = request.dest_y;
-  if (request.degrees != 0) {
-    api.translate_world(graphics, static_cast<float>(x) + static_cast<float>(width) / 2,
-                        static_cast<float>(y) + static_cast<float>(height) / 2,
-                        Gdiplus::MatrixOrderPrepend);
-    api.rotate_world(graphics, static_cast<float>(request.degrees), Gdiplus::MatrixOrderPrepend);
-    x = -width / 2;
-    y = -height / 2;
-  }
-  if (request.dest_width < 0) x += width;
-  if (request.dest_height < 0) y += height;
+  const bool moved = place(api, request, graphics);
   const ImageRect& area = request.area;
-  return ok(api.draw_image(graphics, source, x, y, request.dest_width, request.dest_height, area.x,
-                           area.y, area.width, area.height, Gdiplus::UnitPixel, attributes.get(),
-                           nullptr, nullptr));
+  return ok(api.draw_image(graphics, source, moved ? 0 : request.dest_x, moved ? 0 : request.dest_y,
+                           width, height, area.x, area.y, area.width, area.height,
+                           Gdiplus::UnitPixel, attributes.get(), nullptr, nullptr));
 }
 
 bool find_encoder(const gdi_plus::Api& api, const wchar_t* type, CLSID& encoder) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -102,6 +103,7 @@ bool convert_colour_icon(const ICONINFO& parts, c32bppDIB& out) {
   int32_t depth = 0;
   if (!fetch_image(parts.hbmColor, 0, out, depth)) return false;
   if (depth == 32 && has_no_alpha(out)) depth = 24;
+  if (depth != 32) make_opaque(out);
   apply_icon_mask(out, depth, depth == 32 ? std::vector<uint8_t>() : mask_bits(parts.hbmMask),
                   !parts.fIcon);
   return true;
@@ -124,26 +126,78 @@ bool convert_masked_icon(HICON icon, const ICONINFO& parts, c32bppDIB& out) {
     GdiFlush();
   }
   std::memcpy(out.bits(), store->bits(), out.pixel_count() * 4);
+  make_opaque(out);
   const std::vector<uint8_t> mask = mask_bits(parts.hbmMask);
   const size_t half = mask.size() / 2;  // the upper half comes last
   apply_icon_mask(out, 1, std::span(mask).subspan(half), !parts.fIcon);
   return true;
 }
 
-// The picture drawn over one colour, or null.
-std::unique_ptr<PixelStore> draw_over(IPicture& picture, int32_t width, int32_t height,
-                                      const SIZEL& extent, uint8_t background) {
+// Draws itself into a rectangle of a device context from the origin on.
+using Painter = std::function<bool(HDC dc, int32_t width, int32_t height)>;
+
+// What is painted over one colour, or null.
+std::unique_ptr<PixelStore> paint_over(const Painter& paint, int32_t width, int32_t height,
+                                       uint8_t background) {
   auto store = make_dib_section_store(width, height);
   if (!store) return nullptr;
   std::memset(store->bits(), background, static_cast<size_t>(width) * height * 4);
   const BitmapDc memory(reinterpret_cast<HBITMAP>(store->handle()));
-  const RECT bounds = {0, 0, width, height};
-  if (!memory || FAILED(picture.Render(memory.get(), 0, 0, width, height, 0, extent.cy, extent.cx,
-                                       -extent.cy, &bounds))) {
-    return nullptr;
-  }
+  if (!memory || !paint(memory.get(), width, height)) return nullptr;
   GdiFlush();
   return store;
+}
+
+// Paints once over white and once over black: only what was never touched keeps both, whatever GDI
+// leaves in the fourth byte.
+bool convert_painting(const Painter& paint, const SIZEL& himetric, ImageFormat type,
+                      c32bppDIB& out) {
+  const ScreenDc screen;
+  const int32_t width =
+      MulDiv(himetric.cx, GetDeviceCaps(screen.value, LOGPIXELSX), kHimetricPerInch);
+  const int32_t height =
+      MulDiv(himetric.cy, GetDeviceCaps(screen.value, LOGPIXELSY), kHimetricPerInch);
+  if (width <= 0 || height <= 0 || !out.InitializeDIB(width, height)) return false;
+  const auto on_white = paint_over(paint, width, height, 0xFF);
+  const auto on_black = on_white ? paint_over(paint, width, height, 0x00) : nullptr;
+  if (!on_black) return keep_or_drop(false, out);
+  for (size_t i = 0; i < out.pixel_count(); ++i) {
+    uint32_t white, black;
+    std::memcpy(&white, on_white->bits() + i * 4, 4);
+    std::memcpy(&black, on_black->bits() + i * 4, 4);
+    const bool untouched = (white & 0xFFFFFF) == 0xFFFFFF && (black & 0xFFFFFF) == 0;
+    const uint32_t pixel = untouched ? 0 : white | 0xFF000000;
+    std::memcpy(out.bits() + i * 4, &pixel, 4);
+  }
+  ImageFormat unused = ImageFormat::None;
+  out.set_alpha(classify_alpha(out.bits(), out.pixel_count(), false, unused));
+  out.set_image_type(type);
+  return true;
+}
+
+bool convert_enhanced_metafile(HENHMETAFILE metafile, c32bppDIB& out) {
+  ENHMETAHEADER header = {};
+  if (GetEnhMetaFileHeader(metafile, sizeof header, &header) == 0) return false;
+  const RECTL& frame = header.rclFrame;
+  const auto paint = [metafile](HDC dc, int32_t width, int32_t height) {
+    const RECT bounds = {0, 0, width, height};
+    PlayEnhMetaFile(dc, metafile, &bounds);  // fails when a single record does
+    return true;
+  };
+  return convert_painting(paint, {frame.right - frame.left, frame.bottom - frame.top},
+                          ImageFormat::Emf, out);
+}
+
+bool convert_metafile(IPicture& picture, c32bppDIB& out) {
+  SIZEL extent = {};
+  if (FAILED(picture.get_Width(&extent.cx)) || FAILED(picture.get_Height(&extent.cy))) return false;
+  const auto paint = [&](HDC dc, int32_t width, int32_t height) {
+    const RECT bounds = {0, 0, width, height};
+    // A picture's own coordinates rise from its lower edge.
+    return SUCCEEDED(
+        picture.Render(dc, 0, 0, width, height, 0, extent.cy, extent.cx, -extent.cy, &bounds));
+  };
+  return convert_painting(paint, extent, ImageFormat::Wmf, out);
 }
 
 }  // namespace
@@ -174,72 +228,53 @@ bool convert_icon(HICON icon, c32bppDIB& out) {
                       out);
 }
 
-bool convert_metafile(IPicture& picture, c32bppDIB& out) {
-  out.DestroyDIB();
-  SHORT type = PICTYPE_NONE;
-  SIZEL extent = {};
-  picture.get_Type(&type);
-  if (FAILED(picture.get_Width(&extent.cx)) || FAILED(picture.get_Height(&extent.cy))) return false;
-  const ScreenDc screen;
-  const int32_t width =
-      MulDiv(extent.cx, GetDeviceCaps(screen.value, LOGPIXELSX), kHimetricPerInch);
-  const int32_t height =
-      MulDiv(extent.cy, GetDeviceCaps(screen.value, LOGPIXELSY), kHimetricPerInch);
-  if (width <= 0 || height <= 0 || !out.InitializeDIB(width, height)) return false;
-  // Drawn once over white and once over black: only what was never touched keeps both, whatever GDI
-  // leaves in the fourth byte.
-  const auto on_white = draw_over(picture, width, height, extent, 0xFF);
-  const auto on_black = draw_over(picture, width, height, extent, 0x00);
-  if (!on_white || !on_black) return keep_or_drop(false, out);
-  for (size_t i = 0; i < out.pixel_count(); ++i) {
-    uint32_t white, black;
-    std::memcpy(&white, on_white->bits() + i * 4, 4);
-    std::memcpy(&black, on_black->bits() + i * 4, 4);
-    const bool untouched = (white & 0xFFFFFF) == 0xFFFFFF && (black & 0xFFFFFF) == 0;
-    const uint32_t pixel = untouched ? 0 : white | 0xFF000000;
-    std::memcpy(out.bits() + i * 4, &pixel, 4);
-  }
-  ImageFormat unused = ImageFormat::None;
-  out.set_alpha(classify_alpha(out.bits(), out.pixel_count(), false, unused));
-  out.set_image_type(type == PICTYPE_ENHMETAFILE ? ImageFormat::Emf : ImageFormat::Wmf);
-  return true;
-}
-
 bool convert_picture(IPicture& picture, c32bppDIB& out) {
   out.DestroyDIB();
   SHORT type = PICTYPE_NONE;
-  if (FAILED(picture.get_Type(&type)) || type <= PICTYPE_NONE) return false;
-  if (type != PICTYPE_BITMAP && type != PICTYPE_ICON) return convert_metafile(picture, out);
   OLE_HANDLE number = 0;
-  if (FAILED(picture.get_Handle(&number))) return false;
+  if (FAILED(picture.get_Type(&type)) || FAILED(picture.get_Handle(&number))) return false;
   // Handles have 32 significant bits, which OLE passes in a 32-bit number.
-  const auto handle = static_cast<LONG_PTR>(static_cast<LONG>(number));
-  return type == PICTYPE_ICON ? convert_icon(reinterpret_cast<HICON>(handle), out)
-                              : convert_bitmap(reinterpret_cast<HBITMAP>(handle), out);
+  const auto handle = reinterpret_cast<HANDLE>(static_cast<LONG_PTR>(static_cast<LONG>(number)));
+  switch (type) {
+    case PICTYPE_BITMAP:
+      return convert_bitmap(static_cast<HBITMAP>(handle), out);
+    case PICTYPE_ICON:
+      return convert_icon(static_cast<HICON>(handle), out);
+    case PICTYPE_ENHMETAFILE:
+      return convert_enhanced_metafile(static_cast<HENHMETAFILE>(handle), out);
+    case PICTYPE_METAFILE:
+      return convert_metafile(picture, out);
+    default:
+      return false;
+  }
+}
+
+bool convert_windows_metafile(HMETAFILE metafile, SIZEL himetric, c32bppDIB& out) {
+  out.DestroyDIB();
+  PICTDESC description = {};
+  description.cbSizeofstruct = sizeof description;
+  description.picType = PICTYPE_METAFILE;
+  description.wmf.hmeta = metafile;
+  description.wmf.xExt = himetric.cx;
+  description.wmf.yExt = himetric.cy;
+  ComPtr<IPicture> picture;
+  return SUCCEEDED(
+             OleCreatePictureIndirect(&description, IID_IPicture, FALSE, picture.put_void())) &&
+         picture && convert_metafile(*picture, out);
 }
 
 bool convert_handle(HANDLE handle, c32bppDIB& out) {
   out.DestroyDIB();
-  PICTDESC description = {};
-  description.cbSizeofstruct = sizeof description;
   switch (GetObjectType(handle)) {
     case OBJ_BITMAP:
       return convert_bitmap(static_cast<HBITMAP>(handle), out);
     case OBJ_METAFILE:
-      description.picType = PICTYPE_METAFILE;
-      description.wmf.hmeta = static_cast<HMETAFILE>(handle);
-      break;
+      return convert_windows_metafile(static_cast<HMETAFILE>(handle), {}, out);
     case OBJ_ENHMETAFILE:
-      description.picType = PICTYPE_ENHMETAFILE;
-      description.emf.hemf = static_cast<HENHMETAFILE>(handle);
-      break;
+      return convert_enhanced_metafile(static_cast<HENHMETAFILE>(handle), out);
     default:
       return convert_icon(static_cast<HICON>(handle), out);
   }
-  ComPtr<IPicture> picture;
-  return SUCCEEDED(
-             OleCreatePictureIndirect(&description, IID_IPicture, FALSE, picture.put_void())) &&
-         picture && convert_picture(*picture, out);
 }
 
 HICON make_icon(const c32bppDIB& image, bool cursor, POINT hot_spot) {

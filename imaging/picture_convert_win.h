@@ -16,10 +16,10 @@ bool convert_bitmap(HBITMAP bitmap, c32bppDIB& out);
 /// Formats Icon, IconArgb, Cursor, CursorArgb. Colour pixels of 32 bits whose alpha is 0 everywhere
 /// are shown through the mask, as the system does: every icon has 32 bits on such a screen.
 bool convert_icon(HICON icon, c32bppDIB& out);
-/// A metafile at its own size on this screen: what it does not draw on is transparent, all else
-/// opaque. Format Wmf or Emf.
-bool convert_metafile(IPicture& picture, c32bppDIB& out);
-/// A picture object of any kind; false for an empty one.
+/// A metafile of the older kind, which does not know its size: hundredths of a millimetre.
+bool convert_windows_metafile(HMETAFILE metafile, SIZEL himetric, c32bppDIB& out);
+/// A picture object of any kind; false for an empty one. What a metafile does not draw on is
+/// transparent, all else opaque; its size on this screen counts. Formats Wmf, Emf.
 bool convert_picture(IPicture& picture, c32bppDIB& out);
 /// A bitmap, metafile, enhanced metafile, icon or cursor.
 bool convert_handle(HANDLE handle, c32bppDIB& out);
