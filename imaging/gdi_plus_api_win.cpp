@@ -31,7 +31,6 @@ bool load_entries(HMODULE dll, Api& api) {
   find(api.set_wrap_mode, "GdipSetImageAttributesWrapMode");
   find(api.rotate_world, "GdipRotateWorldTransform");
   find(api.translate_world, "GdipTranslateWorldTransform");
-  find(api.scale_world, "GdipScaleWorldTransform");
   find(api.draw_image, "GdipDrawImageRectRectI");
   find(api.encoders_size, "GdipGetImageEncodersSize");
   find(api.encoders, "GdipGetImageEncoders");

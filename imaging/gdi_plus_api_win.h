@@ -38,7 +38,6 @@ struct Api {
   decltype(&flat::GdipSetImageAttributesWrapMode) set_wrap_mode;
   decltype(&flat::GdipRotateWorldTransform) rotate_world;
   decltype(&flat::GdipTranslateWorldTransform) translate_world;
-  decltype(&flat::GdipScaleWorldTransform) scale_world;
   decltype(&flat::GdipDrawImageRectRectI) draw_image;
   decltype(&flat::GdipGetImageEncodersSize) encoders_size;
   decltype(&flat::GdipGetImageEncoders) encoders;

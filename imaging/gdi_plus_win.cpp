@@ -7,6 +7,7 @@
 
 #include "base/com_win.h"
 #include "imaging/dc_surface_win.h"
+#include "imaging/drawing.h"
 #include "imaging/flatten.h"
 #include "imaging/gdi_plus_api_win.h"
 #include "imaging/memory_stream_win.h"
@@ -51,17 +52,14 @@ Gdiplus::ColorMatrix color_matrix(const DrawRequest& request) {
   return matrix;
 }
 
-// Moves the origin to the picture's own corner where it is turned or mirrored.
+// Moves the origin to the picture's own corner where it is turned.
 bool place(const gdi_plus::Api& api, const DrawRequest& request, GpGraphics* graphics) {
-  if (request.degrees == 0 && request.dest_width > 0 && request.dest_height > 0) return false;
-  const auto width = static_cast<float>(std::abs(request.dest_width));
-  const auto height = static_cast<float>(std::abs(request.dest_height));
+  if (request.degrees == 0) return false;
+  const auto width = static_cast<float>(request.dest_width);
+  const auto height = static_cast<float>(request.dest_height);
   api.translate_world(graphics, static_cast<float>(request.dest_x) + width / 2,
                       static_cast<float>(request.dest_y) + height / 2, Gdiplus::MatrixOrderPrepend);
-  if (request.degrees != 0)
-    api.rotate_world(graphics, static_cast<float>(request.degrees), Gdiplus::MatrixOrderPrepend);
-  api.scale_world(graphics, request.dest_width < 0 ? -1.0f : 1.0f,
-                  request.dest_height < 0 ? -1.0f : 1.0f, Gdiplus::MatrixOrderPrepend);
+  api.rotate_world(graphics, static_cast<float>(request.degrees), Gdiplus::MatrixOrderPrepend);
   api.translate_world(graphics, -width / 2, -height / 2, Gdiplus::MatrixOrderPrepend);
   return true;
 }
@@ -79,12 +77,11 @@ bool draw_on(const gdi_plus::Api& api, const DrawRequest& request, GpImage* sour
                                       ? Gdiplus::InterpolationModeHighQualityBicubic
                                       : Gdiplus::InterpolationModeNearestNeighbor);
   api.set_pixel_offset(graphics, Gdiplus::PixelOffsetModeHalf);
-  const int width = std::abs(request.dest_width), height = std::abs(request.dest_height);
   const bool moved = place(api, request, graphics);
   const ImageRect& area = request.area;
   return ok(api.draw_image(graphics, source, moved ? 0 : request.dest_x, moved ? 0 : request.dest_y,
-                           width, height, area.x, area.y, area.width, area.height,
-                           Gdiplus::UnitPixel, attributes.get(), nullptr, nullptr));
+                           request.dest_width, request.dest_height, area.x, area.y, area.width,
+                           area.height, Gdiplus::UnitPixel, attributes.get(), nullptr, nullptr));
 }
 
 bool find_encoder(const gdi_plus::Api& api, const wchar_t* type, CLSID& encoder) {
@@ -111,6 +108,24 @@ bool encode(const gdi_plus::Api& api, GpImage* image, const wchar_t* type,
          stream_content(*stream, out) && !out.empty();
 }
 
+// Not every system's library mirrors to the pixel; our own copies do.
+bool render_mirrored(DrawRequest request) {
+  ScaledSource from;
+  from.pixels = request.source->view().part(request.area);
+  from.dest_width = request.area.width;
+  from.dest_height = request.area.height;
+  from.mirror_x = request.dest_width < 0;
+  from.mirror_y = request.dest_height < 0;
+  c32bppDIB mirrored;
+  if (!mirrored.InitializeDIB(from.dest_width, from.dest_height)) return false;
+  copy_scaled(from, mirrored.view());
+  request.source = &mirrored;
+  request.area.x = request.area.y = 0;
+  request.dest_width = std::abs(request.dest_width);
+  request.dest_height = std::abs(request.dest_height);
+  return cGDIPlus::render(request);
+}
+
 }  // namespace
 
 bool cGDIPlus::load(std::span<const uint8_t> file, c32bppDIB& out) {
@@ -134,6 +149,7 @@ bool cGDIPlus::load(std::span<const uint8_t> file, c32bppDIB& out) {
 }
 
 bool cGDIPlus::render(const DrawRequest& request) {
+  if (request.dest_width < 0 || request.dest_height < 0) return render_mirrored(request);
   const auto* const surface = dynamic_cast<DcSurface*>(request.surface);
   if (surface == nullptr && request.host == nullptr) return false;
   const GdiPlusSession session;
