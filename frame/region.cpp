@@ -1,7 +1,9 @@
 #include "frame/region.h"
 
 #include <cstddef>
-#include <cstring>
+#include <span>
+
+#include "imaging/region_win.h"
 
 namespace kestrelon {
 namespace {
@@ -18,23 +20,7 @@ void add_rect(HRGN region, int left, int top, int right, int bottom) {
 }  // namespace
 
 HRGN region_from_rects(const std::vector<PixelRect>& rects) {
-  if (rects.empty()) return CreateRectRgn(0, 0, 0, 0);
-  const size_t bytes = rects.size() * sizeof(RECT);
-  std::vector<std::byte> block(sizeof(RGNDATAHEADER) + bytes);
-  PixelRect bound = rects.front();
-  for (const PixelRect& r : rects)
-    bound = {std::min(bound.left, r.left), std::min(bound.top, r.top),
-             std::max(bound.right, r.right), std::max(bound.bottom, r.bottom)};
-  RGNDATAHEADER header = {};
-  header.dwSize = sizeof header;
-  header.iType = RDH_RECTANGLES;
-  header.nCount = static_cast<DWORD>(rects.size());
-  header.nRgnSize = static_cast<DWORD>(bytes);
-  header.rcBound = {bound.left, bound.top, bound.right, bound.bottom};
-  std::memcpy(block.data(), &header, sizeof header);
-  std::memcpy(block.data() + sizeof header, rects.data(), bytes);
-  return ExtCreateRegion(nullptr, static_cast<DWORD>(block.size()),
-                         reinterpret_cast<const RGNDATA*>(block.data()));
+  return region_from_rects(std::span(reinterpret_cast<const RECT*>(rects.data()), rects.size()));
 }
 
 HRGN round_region(int width, int height, int rx, int ry, SquareSides square) {

@@ -10,6 +10,7 @@
 #include "imaging/ico_reader.h"
 #include "imaging/jpeg_writer.h"
 #include "imaging/png_reader.h"
+#include "imaging/png_writer.h"
 #include "imaging/tga_reader.h"
 #include "imaging/tga_writer.h"
 
@@ -27,6 +28,11 @@ bool icon(std::span<const uint8_t> data, const LoadOptions& options, c32bppDIB& 
 bool bmp_to(const c32bppDIB& image, bool keep_premultiplied, int32_t fill_color,
             std::vector<uint8_t>& out) {
   return write_bmp(image, {keep_premultiplied, static_cast<uint32_t>(fill_color)}, out);
+}
+
+bool png_to(const c32bppDIB& image, std::vector<uint8_t>& out) {
+  const PngProperties* const properties = image.png_properties();
+  return write_png(image, properties ? *properties : PngProperties(), out);
 }
 
 bool jpeg_to(const c32bppDIB& image, uint8_t quality, int32_t fill_color,
@@ -52,6 +58,7 @@ ImageCodecs own_codecs() {
   codecs.read_bmp = read_bmp;
   codecs.read_tga = read_tga;
   codecs.write_bmp = bmp_to;
+  codecs.write_png = png_to;
   codecs.write_jpeg = jpeg_to;
   codecs.write_gif = gif_to;
   codecs.write_tga = tga_to;

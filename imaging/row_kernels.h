@@ -29,7 +29,7 @@ struct GrayWeights {
 template <class Real>
 struct ColumnWeight {
   uint32_t index;
-  Real near, far;
+  Real near_weight, far_weight;
 };
 
 /// Two source rows, bytes weighed by upper_weight and lower_weight (0 or above, sum at most 32767).
@@ -63,7 +63,8 @@ struct RowKernels {
   /// Picks single pixels: dst[i] = src[columns[i]].
   void (*pick)(uint8_t* dst, const uint8_t* src, const int32_t* columns, size_t count);
   /// Bilinear row. With v = upper * upper_weight + lower * lower_weight, exact, a byte is the
-  /// truncation of (v[index] * near + v[index + 1] * far) + bias, rounded in this order.
+  /// truncation of (v[index] * near_weight + v[index + 1] * far_weight) + bias, rounded in this
+  /// order.
   void (*mix)(uint8_t* dst, const RowPair& rows, const ColumnWeight<float>* columns, size_t count,
               float bias);
   /// The same in double precision.

@@ -87,7 +87,7 @@ __m256i mixed_pair(const RowPair& rows, uint32_t index, __m256i weights) {
 
 __m256 weighted_pair(const RowPair& rows, const ColumnWeight<float>& column, __m256i weights) {
   const __m256 both =
-      _mm256_castpd_ps(_mm256_broadcast_sd(reinterpret_cast<const double*>(&column.near)));
+      _mm256_castpd_ps(_mm256_broadcast_sd(reinterpret_cast<const double*>(&column.near_weight)));
   const __m256 factors = _mm256_permutevar_ps(both, _mm256_setr_epi32(0, 0, 0, 0, 1, 1, 1, 1));
   return _mm256_mul_ps(_mm256_cvtepi32_ps(mixed_pair(rows, column.index, weights)), factors);
 }
@@ -130,9 +130,9 @@ void mix_wide(uint8_t* dst, const RowPair& rows, const ColumnWeight<double>* col
   for (size_t x = 0; x < count; ++x) {
     const __m256i pair = mixed_pair(rows, columns[x].index, weights);
     const __m256d near = _mm256_mul_pd(_mm256_cvtepi32_pd(_mm256_castsi256_si128(pair)),
-                                       _mm256_broadcast_sd(&columns[x].near));
+                                       _mm256_broadcast_sd(&columns[x].near_weight));
     const __m256d far = _mm256_mul_pd(_mm256_cvtepi32_pd(_mm256_extracti128_si256(pair, 1)),
-                                      _mm256_broadcast_sd(&columns[x].far));
+                                      _mm256_broadcast_sd(&columns[x].far_weight));
     store_pixel(dst + x * 4, _mm256_cvttpd_epi32(_mm256_add_pd(_mm256_add_pd(near, far), b)));
   }
 }

@@ -73,8 +73,8 @@ void mix(uint8_t* dst, const RowPair& rows, const ColumnWeight<Real>* columns, s
     for (size_t c = 0; c < 4; ++c) {
       const int32_t left = upper[c] * rows.upper_weight + lower[c] * rows.lower_weight;
       const int32_t right = upper[c + 4] * rows.upper_weight + lower[c + 4] * rows.lower_weight;
-      const Real near = static_cast<Real>(left) * columns[x].near;
-      const Real far = static_cast<Real>(right) * columns[x].far;
+      const Real near = static_cast<Real>(left) * columns[x].near_weight;
+      const Real far = static_cast<Real>(right) * columns[x].far_weight;
       dst[x * 4 + c] = static_cast<uint8_t>((near + far) + bias);
     }
   }

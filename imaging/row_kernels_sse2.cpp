@@ -87,8 +87,8 @@ __m128i row_weights(const RowPair& rows) {
 __m128i mixed_pixel(const RowPair& rows, const ColumnWeight<float>& column, __m128i weights,
                     __m128 bias) {
   const MixedPair pair = mixed_pair(rows, column.index, weights);
-  const __m128 near = _mm_mul_ps(_mm_cvtepi32_ps(pair.left), _mm_set1_ps(column.near));
-  const __m128 far = _mm_mul_ps(_mm_cvtepi32_ps(pair.right), _mm_set1_ps(column.far));
+  const __m128 near = _mm_mul_ps(_mm_cvtepi32_ps(pair.left), _mm_set1_ps(column.near_weight));
+  const __m128 far = _mm_mul_ps(_mm_cvtepi32_ps(pair.right), _mm_set1_ps(column.far_weight));
   return _mm_cvttps_epi32(_mm_add_ps(_mm_add_ps(near, far), bias));
 }
 
@@ -107,8 +107,8 @@ void mix(uint8_t* dst, const RowPair& rows, const ColumnWeight<float>* columns, 
 }
 
 __m128i mixed_half(__m128i left, __m128i right, const ColumnWeight<double>& column, __m128d bias) {
-  const __m128d near = _mm_mul_pd(_mm_cvtepi32_pd(left), _mm_set1_pd(column.near));
-  const __m128d far = _mm_mul_pd(_mm_cvtepi32_pd(right), _mm_set1_pd(column.far));
+  const __m128d near = _mm_mul_pd(_mm_cvtepi32_pd(left), _mm_set1_pd(column.near_weight));
+  const __m128d far = _mm_mul_pd(_mm_cvtepi32_pd(right), _mm_set1_pd(column.far_weight));
   return _mm_cvttpd_epi32(_mm_add_pd(_mm_add_pd(near, far), bias));
 }
 

@@ -7,6 +7,7 @@
 
 #include "base/module_win.h"
 #include "frame/platform.h"
+#include "imaging/dib_win.h"
 #include "server/class_factory.h"
 #include "server/registration.h"
 
@@ -20,6 +21,7 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID process_
   if (reason == DLL_PROCESS_ATTACH) {
     DisableThreadLibraryCalls(instance);
     kestrelon::IsNtPlatform();  // cached before the first control exists
+    kestrelon::start_imaging();
   } else if (reason == DLL_PROCESS_DETACH && process_ends == nullptr) {
     kestrelon::unregister_window_class();
   }
