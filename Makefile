@@ -56,6 +56,8 @@ bench: ## benchmarks beside their peers, optimised, 1 core
 	@$(scripts)/setup.sh build wine bench
 	cmake --preset native-release
 	cmake --build build/native-release --target bench --parallel $(JOBS)
+	cmake --preset win32
+	cmake --build build/win32 --target bench --parallel $(JOBS)
 	@$(scripts)/bench.sh
 
 clean: ## remove build/

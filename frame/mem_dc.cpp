@@ -20,14 +20,8 @@ void pcMemDC::grow(int width, int height) {
 }
 
 bool pcMemDC::CreateFromPicture(IPicture* picture) {
-  SHORT type = PICTYPE_NONE;
-  OLE_HANDLE handle = 0;
-  if (picture == nullptr || FAILED(picture->get_Type(&type)) || type != PICTYPE_BITMAP)
-    return false;
-  if (FAILED(picture->get_Handle(&handle))) return false;
-  // Handles have 32 significant bits, which OLE passes in a 32-bit number.
-  return CreateFromBitmap(
-      reinterpret_cast<HBITMAP>(static_cast<LONG_PTR>(static_cast<LONG>(handle))));
+  const HBITMAP bitmap = bitmap_of(picture);
+  return bitmap != nullptr && CreateFromBitmap(bitmap);
 }
 
 bool pcMemDC::CreateFromBitmap(HBITMAP bitmap) {
@@ -67,6 +61,16 @@ void pcMemDC::StretchDraw(HDC target, int x, int y, int width, int height, int f
   if (from_height <= 0) from_height = height_;
   StretchBlt(target, x, y, width, height, picture_.dc(), from_x, from_y, from_width, from_height,
              SRCCOPY);
+}
+
+HBITMAP bitmap_of(IPicture* picture) {
+  SHORT type = PICTYPE_NONE;
+  OLE_HANDLE handle = 0;
+  if (picture == nullptr || FAILED(picture->get_Type(&type)) || type != PICTYPE_BITMAP ||
+      FAILED(picture->get_Handle(&handle)))
+    return nullptr;
+  // Handles have 32 significant bits, which OLE passes in a 32-bit number.
+  return reinterpret_cast<HBITMAP>(static_cast<LONG_PTR>(static_cast<LONG>(handle)));
 }
 
 void draw_masked(HDC target, const CopyArea& wanted, const PixelView& source, ColorRef key) {

@@ -48,6 +48,9 @@ class pcMemDC {
   DibSection picture_;  // empty while either size is 0
 };
 
+/// The bitmap that a picture object holds and keeps; null for every other kind of picture.
+HBITMAP bitmap_of(IPicture* picture);
+
 /// Copies from pixels to a device context, leaving out those of the key colour. The target must be
 /// one that can be read back.
 void draw_masked(HDC target, const CopyArea& area, const PixelView& source, ColorRef key);

@@ -2,31 +2,62 @@
 
 #include <cstring>
 
+#include "base/rounding.h"
 #include "frame/kit/lines.h"
 #include "frame/kit/row_ops.h"
 
 namespace kestrelon {
 namespace {
 
+// A number of 0 to 255 to the nearest whole one, halves to even.
+int32_t round_channel(double value) {
+#ifdef __SSE2__
+  return _mm_cvtsd_si32(_mm_set_sd(value));  // in the mode that is never changed
+#else
+  return round_half_even(value);
+#endif
+}
+
+// The colours between two ends; the same as BlendColor gives for the part of the way that lies
+// between.
+class Ramp {
+ public:
+  Ramp(ColorRef from, ColorRef to) : from_(SplitRGB(from)) {
+    const Channels end = SplitRGB(to);
+    r_ = end.r - from_.r;
+    g_ = end.g - from_.g;
+    b_ = end.b - from_.b;
+  }
+  ColorRef at(double t) const {
+    return PackRGB(round_channel(from_.r + t * r_), round_channel(from_.g + t * g_),
+                   round_channel(from_.b + t * b_));
+  }
+
+ private:
+  Channels from_;
+  double r_, g_, b_;
+};
+
 // The two halves of a scan-line gradient.
 class ScanLineColors {
  public:
   ScanLineColors(ColorRef color1, ColorRef color2, double mid_percent, int y1, int y2)
-      : color1_(color1), middle_(BlendColor(color1, color2, 0.5)), color2_(color2), last_(y2) {
+      : upper_(color1, BlendColor(color1, color2, 0.5)),
+        lower_(BlendColor(color1, color2, 0.5), color2),
+        last_(y2) {
     const double percent = std::clamp(mid_percent, 0.0, 100.0);
-    const double band = double{1.0} * y2 - y1 - 1;
+    const double band = static_cast<double>(y2) - y1 - 1;
     middle_row_ = static_cast<float>(y1 + percent * band / 100);
     if (middle_row_ == 0) middle_row_ = 1;
   }
 
   ColorRef at(int y) const {
-    if (y > middle_row_)
-      return BlendColor(middle_, color2_, (y - middle_row_) / (last_ - middle_row_));
-    return BlendColor(color1_, middle_, y / middle_row_);
+    if (y > middle_row_) return lower_.at((y - middle_row_) / (last_ - middle_row_));
+    return upper_.at(y / middle_row_);
   }
 
  private:
-  ColorRef color1_, middle_, color2_;
+  Ramp upper_, lower_;
   double last_;
   double middle_row_;  // holds a single's value
 };

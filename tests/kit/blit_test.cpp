@@ -115,13 +115,13 @@ TEST(TileArea, OffsetsWrapInBothDirections) {
   Picture source = numbered(3, 2);
   for (const int origin : {0, 1, 3, 6, -1, -7, INT32_MIN, kFar}) {
     Picture target(10, 7);
-    tile_area(target.view(), {1, 2, 9, 6}, source.view(), origin, -origin / 2);
+    tile_area(target.view(), {1, 2, 9, 6}, source.view(), origin, origin / -2);
     ASSERT_TRUE(target.margin_untouched());
     for (int y = 0; y < 7; ++y)
       for (int x = 0; x < 10; ++x) {
         const bool inside = x >= 1 && x < 9 && y >= 2 && y < 6;
         const int64_t column = ((x + int64_t{origin}) % 3 + 3) % 3;
-        const int64_t row = ((y + int64_t{-origin / 2}) % 2 + 2) % 2;
+        const int64_t row = ((y + int64_t{origin / -2}) % 2 + 2) % 2;
         ASSERT_EQ(target.at(x, y), inside ? source.at(int(column), int(row)) : 0) << origin;
       }
   }
