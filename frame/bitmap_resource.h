@@ -10,9 +10,10 @@ namespace kestrelon {
 /// A bitmap resource, loaded as a DIB section and owned.
 class BitmapResource {
  public:
-  explicit BitmapResource(int id)
-      : bitmap_(static_cast<HBITMAP>(LoadImageW(module_instance(), MAKEINTRESOURCEW(id),
-                                                IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION))) {}
+  explicit BitmapResource(int id) : BitmapResource(MAKEINTRESOURCEW(id)) {}
+  explicit BitmapResource(const wchar_t* name)
+      : bitmap_(static_cast<HBITMAP>(LoadImageW(module_instance(), name, IMAGE_BITMAP, 0, 0,
+                                                LR_CREATEDIBSECTION))) {}
   ~BitmapResource() {
     if (bitmap_ != nullptr) DeleteObject(bitmap_);
   }

@@ -114,18 +114,35 @@ class ClientCalls {
     return std::any_of(calls_.begin(), calls_.end(),
                        [&](const Call& call) { return call.response == response; });
   }
-  void run(eMsgResponse response, LRESULT& answer) const {
+  // True when a client that was to go before has consumed the message instead.
+  bool run(eMsgResponse response, LRESULT& answer) const {
+    bool consumed = false;
     for (const Call& call : calls_) {
       if (call.response != response || !Attachments(window_).holds(message_, call.client)) continue;
       try {
         const LRESULT given = call.client->WindowProc(window_, message_, wparam_, lparam_);
-        if (response != eMsgResponse::kBefore) answer = given;
+        if (response != eMsgResponse::kBefore) {
+          answer = given;
+        } else if (took_over(call.client)) {
+          consumed = true;
+          answer = given;
+        }
       } catch (...) {  // a failing client does not keep the message from the others
       }
     }
+    return consumed;
   }
 
  private:
+  // Whether a client, unless it is gone, has set kConsume for the message it was called with.
+  bool took_over(ISubclass* client) const {
+    if (!Attachments(window_).holds(message_, client) ||
+        client->MsgResponse() != eMsgResponse::kConsume)
+      return false;
+    client->set_MsgResponse(eMsgResponse::kBefore);
+    return true;
+  }
+
   struct Call {
     ISubclass* client;
     eMsgResponse response;
@@ -143,10 +160,10 @@ LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wparam, LPARAM lpar
   LRESULT answer = 0;
   try {
     const ClientCalls calls(window, message, wparam, lparam);
-    calls.run(eMsgResponse::kBefore, answer);
+    const bool consumed = calls.run(eMsgResponse::kBefore, answer);
     if (calls.any(eMsgResponse::kConsume))
       calls.run(eMsgResponse::kConsume, answer);
-    else if (IsWindow(window))
+    else if (!consumed && IsWindow(window))
       answer = call_procedure(former, window, message, wparam, lparam);
     calls.run(eMsgResponse::kAfter, answer);
     if (message == WM_NCDESTROY) Attachments(window).remove_all();

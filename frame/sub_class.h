@@ -9,7 +9,8 @@ namespace kestrelon {
 enum class eMsgResponse {
   kConsume = 0,  ///< the client's WindowProc instead of the former procedure
   kAfter = 1,    ///< the former procedure first
-  kBefore = 2,   ///< the client's WindowProc first; the former procedure's answer counts
+  kBefore = 2,   ///< the client's WindowProc first; the former procedure's answer counts, unless
+                 ///< the client sets kConsume meanwhile: then its own answer does, for this message
 };
 
 class ISubclass {
@@ -27,7 +28,9 @@ inline constexpr int kCannotSubclass = 13081, kAlreadyAttached = 13082, kInvalid
                      kForeignWindow = 13084;
 
 /// Has `client` called for a message of a window, in the order of attachment among its clients. The
-/// client must live until it is detached. Throws ComError.
+/// client must live until it is detached. A kConsume that a kBefore client sets while it is called
+/// keeps this message from the former procedure; the response is kBefore again afterwards. Throws
+/// ComError.
 void AttachMessage(ISubclass* client, HWND hWnd, UINT uMsg);
 
 /// Ends that. A client that is not attached, or a window that is gone, is no error.

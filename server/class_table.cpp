@@ -2,6 +2,7 @@
 
 #include "base/resource_ids.h"
 #include "controls/us_check_box/us_check_box.h"
+#include "controls/us_scroll_bar/us_scroll_bar.h"
 #include "services/ajax/kn_ajax_win.h"
 #include "services/kn/kn_win.h"
 #include "services/mysql/kn_mysql_win.h"
@@ -36,6 +37,8 @@ ServerClass service(const wchar_t* description) {
 std::span<const ServerClass> server_classes() {
   static const ServerClass kClasses[] = {
       control<USCheckBox>(L"Kestrelon: caixa de seleção com temas", IDB_TOOLBOX_USCHECKBOX),
+      control<USScrollBar>(L"Kestrelon: barra de rolagem desenhada com imagens",
+                           IDB_TOOLBOX_USSCROLLBAR),
       service<KN>(L"Kestrelon: funções utilitárias"),
       service<KN_MYSQL>(L"Kestrelon: cópia e manutenção de bancos MySQL"),
       service<KN_AJAX>(L"Kestrelon: requisições HTTP"),

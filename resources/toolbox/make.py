@@ -20,6 +20,15 @@ def us_check_box(canvas):
     canvas.fill(stroke([(4.6, 7.4), (7.2, 10.2), (13.4, 2.8)], 2.2), MARK, 3, 0, 16, 13)
 
 
+def us_scroll_bar(canvas):
+    canvas.rectangle(5, 0, 12, 15, FACE)
+    canvas.frame(5, 0, 12, 15, BORDER)
+    canvas.rectangle(6, 5, 11, 10, (0x5C, 0x94, 0xCC))
+    for row in range(3):
+        canvas.rectangle(8 - row, 2 + row - 1, 9 + row, 2 + row, BORDER)
+        canvas.rectangle(8 - row, 13 - row, 9 + row, 14 - row, BORDER)
+
+
 ICONS = {name: draw for name, draw in list(globals().items()) if name.startswith("us_")}
 
 if __name__ == "__main__":

@@ -142,6 +142,25 @@ TEST_F(SubClass, AClientDetachedByAnotherIsNotCalledAnyMore) {
   EXPECT_EQ(properties(), 0);
 }
 
+TEST_F(SubClass, AClientMayKeepOneMessageFromTheWindowWhileItIsCalled) {
+  AttachMessage(&before_, window_, kA);
+  AttachMessage(&after_, window_, kA);
+  before_.action = [&] { before_.set_MsgResponse(eMsgResponse::kConsume); };
+  send();
+  EXPECT_EQ(window_.log, "b0 a0 ");
+  DetachMessage(&after_, window_, kA);
+  EXPECT_EQ(send(), 50);
+  EXPECT_EQ(window_.log, "b0 ");
+  before_.action = nullptr;
+  EXPECT_EQ(send(), 7);
+  EXPECT_EQ(window_.log, "b0 w0 ");
+  before_.action = [&] {
+    before_.set_MsgResponse(eMsgResponse::kConsume);
+    DetachMessage(&before_, window_, kA);
+  };
+  EXPECT_EQ(send(), 7);
+}
+
 TEST_F(SubClass, AProcedurePutAboveKeepsWorkingAfterTheLastClientHasGone) {
   static WNDPROC below = nullptr;
   AttachMessage(&before_, window_, kA);

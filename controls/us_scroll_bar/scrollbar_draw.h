@@ -1,0 +1,49 @@
+// `cScrollbarDraw`: the look of a scroll bar, copied from the library's bitmaps.
+#pragma once
+
+#include "frame/mem_dc.h"
+#include "kestrelon2012.h"
+
+namespace kestrelon {
+
+/// Cells of the button strips.
+enum ButtonState : int {
+  kButtonIdle = 0,
+  kButtonNear = 1,  ///< the pointer is somewhere over the bar
+  kButtonPressed = 2,
+  kButtonHot = 3,
+  kButtonDisabled = 4,
+};
+/// Cells of the thumb and grip strips.
+enum ThumbState : int { kThumbIdle = 0, kThumbHot = 1, kThumbPressed = 2, kThumbDisabled = 3 };
+/// Lines of the track strips.
+enum BackState : int { kBackIdle = 0, kBackPressed = 1, kBackDisabled = 2 };
+
+/// Painter of the parts, whatever the rectangle; it reads nothing but its own bitmaps. An
+/// orientation of `Horizontal` is a bar from top to bottom, as everywhere in `USScrollBar`. Empty
+/// rectangles draw nothing. States beyond those named show the idle one. The target must be one
+/// that can be read back.
+class cScrollbarDraw {
+ public:
+  cScrollbarDraw();
+
+  void DrawBack(HDC hDC, int state, ENUM_POSITION orientation, const RECT& rectangle) const;
+  void DrawBar(HDC hDC, int state, ENUM_POSITION orientation, const RECT& rectangle) const;
+  void DrawTopLeftButton(HDC hDC, int state, ENUM_POSITION orientation,
+                         const RECT& rectangle) const;
+  void DrawBottomRightButton(HDC hDC, int state, ENUM_POSITION orientation,
+                             const RECT& rectangle) const;
+
+ private:
+  struct Strips {
+    pcMemDC back, thumb, grip, face, top_left, bottom_right;
+  };
+  const Strips& strips(ENUM_POSITION orientation) const;
+  void draw_button(HDC dc, int state, ENUM_POSITION orientation, const RECT& place,
+                   const pcMemDC& arrow) const;
+
+  Strips down_;    // bars from top to bottom
+  Strips across_;  // bars from left to right
+};
+
+}  // namespace kestrelon
