@@ -7,8 +7,8 @@
 namespace kestrelon {
 namespace {
 
-constexpr int kCorner = 3;       // of faces drawn in nine pieces
-constexpr int kThumbCell = 17;   // step of the thumb strip, and the breadth of all strips
+constexpr int kCorner = 3;      // of faces drawn in nine pieces
+constexpr int kThumbCell = 17;  // step of the thumb strip, and the breadth of all strips
 constexpr int kThumbLength = 15;
 constexpr int kButtonCell = 18;  // step of the button strips
 constexpr int kGripAlong = 10;   // size of a grip along the bar and across it
@@ -121,8 +121,7 @@ void cScrollbarDraw::DrawBack(HDC hDC, int state, ENUM_POSITION orientation,
   const bool down = runs_down(orientation);
   const int line = state_or_idle(state, 3);
   // One line of the strip for each state, as long as the bar is broad.
-  const Cell cell =
-      down ? Cell{0, line, kThumbCell, 1} : Cell{line, 0, 1, kThumbCell};
+  const Cell cell = down ? Cell{0, line, kThumbCell, 1} : Cell{line, 0, 1, kThumbCell};
   strips(orientation)
       .back.StretchDraw(hDC, static_cast<int>(rectangle.left), static_cast<int>(rectangle.top),
                         width_of(rectangle), height_of(rectangle), cell.x, cell.y, cell.width,

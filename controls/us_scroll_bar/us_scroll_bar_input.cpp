@@ -51,7 +51,8 @@ void USScrollBar::mouse_down(short button, short, float x, float y) {
 }
 
 void USScrollBar::press() {
-  const BarPart part = layout_.hit(static_cast<int>(last_point_.x), static_cast<int>(last_point_.y));
+  const BarPart part =
+      layout_.hit(static_cast<int>(last_point_.x), static_cast<int>(last_point_.y));
   bool moved = false;
   {
     const UpdateLock lock(window());
@@ -114,8 +115,8 @@ void USScrollBar::mouse_move(short, short, float x, float y) {
 void USScrollBar::drag() {
   const int pointer =
       layout_.along(static_cast<int>(last_point_.x), static_cast<int>(last_point_.y));
-  const int32_t value = value_at(layout_, range(), pointer - grab_offset_,
-                                 static_cast<int32_t>(Value.get()));
+  const int32_t value =
+      value_at(layout_, range(), pointer - grab_offset_, static_cast<int32_t>(Value.get()));
   if (take_value(value)) raise_scroll();
 }
 

@@ -1,10 +1,6 @@
 // Window, styles and values of the engine; its messages are in scroll_bars_messages.cpp.
 #include "frame/scroll/scroll_bars.h"
 
-#include <windows.h>
-//
-#include <commctrl.h>
-
 #include <algorithm>
 #include <utility>
 
@@ -30,6 +26,7 @@ void IAPP_ScrollBars::Create(HWND hWnd) {
   release();
   if (hWnd == nullptr) return;
   window_ = hWnd;
+  platform_ = PlatformBars(hWnd);
   wheel_lines_ = wheel_lines();
   try {
     apply_style();
@@ -45,8 +42,7 @@ void IAPP_ScrollBars::release() {
   const HWND former = std::exchange(window_, nullptr);
   if (former == nullptr) return;
   for (const UINT message : kMessages) DetachMessage(this, former, message);
-  if (flat_ && IsWindow(former)) UninitializeFlatSB(former);
-  flat_ = false;
+  platform_.make_plain();
   wheel_.reset();
 }
 
@@ -54,17 +50,8 @@ void IAPP_ScrollBars::release() {
 
 void IAPP_ScrollBars::apply_style() {
   if (window_ == nullptr) return;
-  const bool wanted = style_ != ScrollStyle::kRegular;
-  if (wanted && !flat_) flat_ = InitializeFlatSB(window_) != FALSE;
-  if (!wanted && flat_) {
-    UninitializeFlatSB(window_);
-    flat_ = false;
-  }
-  if (flat_) {
-    const auto kind = static_cast<INT_PTR>(style_);
-    FlatSB_SetScrollProp(window_, WSB_PROP_HSTYLE, kind, TRUE);
-    FlatSB_SetScrollProp(window_, WSB_PROP_VSTYLE, kind, TRUE);
-  } else {
+  if (style_ == ScrollStyle::kRegular || !platform_.make_flat(static_cast<int>(style_))) {
+    platform_.make_plain();
     style_ = ScrollStyle::kRegular;
   }
   for (const int bar : kBars) apply_bar(bar);
@@ -86,14 +73,8 @@ bool IAPP_ScrollBars::exists(int bar) const {
 void IAPP_ScrollBars::apply_bar(int bar) {
   if (window_ == nullptr) return;
   const bool shown = exists(bar) && bars_[bar].visible;
-  const UINT arrows = bars_[bar].enabled ? ESB_ENABLE_BOTH : ESB_DISABLE_BOTH;
-  if (flat_) {
-    FlatSB_ShowScrollBar(window_, bar, shown);
-    if (shown) FlatSB_EnableScrollBar(window_, bar, arrows);
-  } else {
-    ShowScrollBar(window_, bar, shown);
-    if (shown) EnableScrollBar(window_, static_cast<UINT>(bar), arrows);
-  }
+  platform_.show(bar, shown);
+  if (shown) platform_.enable(bar, bars_[bar].enabled);
 }
 
 void IAPP_ScrollBars::set_Enabled(int bar, bool value) {
@@ -123,9 +104,7 @@ SCROLLINFO IAPP_ScrollBars::info(int bar, UINT mask) const {
   out.cbSize = sizeof out;
   out.fMask = mask;
   if (window_ == nullptr) return out;
-  const bool found = flat_ ? FlatSB_GetScrollInfo(window_, index(bar), &out) != FALSE
-                           : GetScrollInfo(window_, index(bar), &out) != FALSE;
-  if (found) return out;
+  if (platform_.get_info(index(bar), out)) return out;
   SCROLLINFO none{};  // a bar that was never shown has no info yet
   none.cbSize = sizeof none;
   return none;
@@ -136,11 +115,8 @@ void IAPP_ScrollBars::set_info(int bar, SCROLLINFO info, UINT mask) {
   bar = index(bar);
   info.cbSize = sizeof info;
   info.fMask = mask;
-  const BOOL redraw = exists(bar) && bars_[bar].visible;
-  if (flat_)
-    FlatSB_SetScrollInfo(window_, bar, &info, redraw);
-  else
-    SetScrollInfo(window_, bar, &info, redraw);
+  const bool redraw = exists(bar) && bars_[bar].visible;
+  platform_.set_info(bar, info, redraw);
   // A new range brings a hidden bar back and wakes its arrows.
   if ((mask & (SIF_RANGE | SIF_PAGE)) != 0 && (!redraw || !bars_[bar].enabled)) apply_bar(bar);
 }

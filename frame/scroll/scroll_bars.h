@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "frame/kit/scroll_math.h"
+#include "frame/scroll/platform_bars.h"
 #include "frame/sub_class.h"
 
 namespace kestrelon {
@@ -80,7 +81,7 @@ class IAPP_ScrollBars final : private ISubclass {
   /// Flat or regular.
   void SetFlat(bool flat) { set_Style(flat ? ScrollStyle::kFlat : ScrollStyle::kRegular); }
   /// Whether the window's bars are under the flat engine's control.
-  bool CanBeFlat() const { return flat_; }
+  bool CanBeFlat() const { return platform_.flat(); }
 
  private:
   struct Bar {
@@ -113,7 +114,7 @@ class IAPP_ScrollBars final : private ISubclass {
   Bar bars_[2];
   ScrollOrientation orientation_ = ScrollOrientation::kVertical;
   ScrollStyle style_ = ScrollStyle::kRegular;
-  bool flat_ = false;
+  PlatformBars platform_;
   int wheel_lines_ = 3;
   WheelNotches wheel_;
   eMsgResponse response_ = eMsgResponse::kBefore;

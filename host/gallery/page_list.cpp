@@ -7,6 +7,7 @@ namespace kestrelon::host {
 const std::vector<PageEntry>& pages() {
   static const std::vector<PageEntry> list = {
       {L"USCheckBox", L"Controles básicos", build_us_check_box_page},
+      {L"USScrollBar", L"Controles básicos", build_us_scroll_bar_page},
   };
   return list;
 }

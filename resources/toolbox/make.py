@@ -24,9 +24,9 @@ def us_scroll_bar(canvas):
     canvas.rectangle(5, 0, 12, 15, FACE)
     canvas.frame(5, 0, 12, 15, BORDER)
     canvas.rectangle(6, 5, 11, 10, (0x5C, 0x94, 0xCC))
-    for row in range(3):
-        canvas.rectangle(8 - row, 2 + row - 1, 9 + row, 2 + row, BORDER)
-        canvas.rectangle(8 - row, 13 - row, 9 + row, 14 - row, BORDER)
+    for row in range(2):
+        canvas.rectangle(8 - row, 2 + row, 9 + row, 3 + row, BORDER)
+        canvas.rectangle(8 - row, 12 - row, 9 + row, 13 - row, BORDER)
 
 
 ICONS = {name: draw for name, draw in list(globals().items()) if name.startswith("us_")}

@@ -99,8 +99,9 @@ TEST(BarLayout, ThumbStandsWhereTheValueDoesAndInsideTheTrack) {
 }
 
 TEST(BarLayout, DraggingReachesBothEndsAndTheNearestValue) {
-  for (const ScrollRange range : {ScrollRange{0, 100}, ScrollRange{-5, 2}, ScrollRange{0, 100000},
-                                  ScrollRange{kLowest, kHighest}, ScrollRange{kHighest - 1, kHighest}}) {
+  for (const ScrollRange range :
+       {ScrollRange{0, 100}, ScrollRange{-5, 2}, ScrollRange{0, 100000},
+        ScrollRange{kLowest, kHighest}, ScrollRange{kHighest - 1, kHighest}}) {
     const BarLayout bar = layout_bar(kDown, range, range.min, 1, 0);
     const int room = bar.track_length - bar.thumb_size;
     EXPECT_EQ(value_at(bar, range, bar.track_start, 77), range.min);
