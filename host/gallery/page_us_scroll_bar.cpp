@@ -39,7 +39,7 @@ constexpr State kStates[] = {
 };
 
 void states(Page& page) {
-  constexpr int kLong = 130, kTall = 120, kStep = 140;
+  constexpr int kLong = 130, kTall = 78, kStep = 140;
   const int y = page.y();
   int x = look::kMargin;
   for (const State& state : kStates) {
