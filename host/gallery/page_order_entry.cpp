@@ -10,6 +10,7 @@ namespace {
 constexpr COLORREF kFieldBorder = RGB(0xB3, 0xCE, 0xF2);
 constexpr COLORREF kHeader = RGB(0xE3, 0xEF, 0xFF);
 constexpr int kWidth = 792;
+constexpr int kBar = 18;  // of the list's scroll bar, with its line
 
 void box(HDC hdc, const RECT& area, COLORREF border, COLORREF inside) {
   const auto fill = [&](const RECT& r, COLORREF color) {
@@ -42,7 +43,7 @@ constexpr Item kItems[] = {
 };
 
 void items(Page& page, int y) {
-  constexpr int kColumns[] = {0, 70, 440, 530, 640, kWidth};
+  constexpr int kColumns[] = {0, 70, 440, 530, 640, kWidth - kBar};
   constexpr Item kHeads = {{L"Código", L"Descrição", L"Quant.", L"Unitário", L"Total"}};
   constexpr int kRow = 22;
   const int rows = static_cast<int>(std::size(kItems));
