@@ -136,8 +136,10 @@ inline void to_bool(VARIANT_BOOL* out, bool value) {
 template <class T, class U>
 void to_value(T* out, U&& value) {
   if (out == nullptr) throw ComError(E_POINTER);
-  if constexpr (std::is_constructible_v<ComPtr<std::remove_pointer_t<T>>, U> &&
-                std::is_pointer_v<T>) {
+  if constexpr (std::is_same_v<std::remove_cvref_t<U>, T>) {
+    *out = value;  // an array, for one: the caller owns it from here on
+  } else if constexpr (std::is_constructible_v<ComPtr<std::remove_pointer_t<T>>, U> &&
+                       std::is_pointer_v<T>) {
     value.copy_to(out);
   } else if constexpr (std::is_same_v<std::remove_cvref_t<U>, Variant>) {
     VariantInit(out);

@@ -3,8 +3,12 @@
 
 // Toolbox bitmaps, one per control, 16 by 15.
 #define IDB_TOOLBOX_USCHECKBOX 1001
+#define IDB_TOOLBOX_USOPTIONBUTTON 1002
+#define IDB_TOOLBOX_USBUTTON 1003
 #define IDB_TOOLBOX_USSCROLLBAR 1005
 
 #define IDB_CHECK_MARKS 101
+// PNG files under a resource type of their own, "OPTIONBUTTON".
+#define IDP_OPTION_MARKS 101
 
 #define IDD_ABOUT 201

@@ -232,6 +232,10 @@ class ControlFrame : public AutomationObject,
   bool has_capture() const;
   void capture_mouse();
   void release_mouse();
+  /// Asks the container for another size in pixels; resized() follows when it agrees.
+  void request_size(int width, int height);
+  /// The container's object for this control, with `Parent` and `Container`; null without one.
+  ComPtr<IDispatch> extender() const;
   /// True when the pointer is over this very window (children and windows above do not count).
   bool pointer_over_window() const;
   void apply_enabled();

@@ -209,6 +209,22 @@ STDMETHODIMP ControlFrame::TranslateAccelerator(MSG* message) {
   });
 }
 
+void ControlFrame::request_size(int width, int height) {
+  const ComPtr<IOleInPlaceSite> site = in_place_site_;
+  if (!site) {
+    extent_ = to_himetric(width, height);
+    return set_size(width, height);
+  }
+  const RECT wanted{place_.left, place_.top, place_.left + width, place_.top + height};
+  site->OnPosRectChange(&wanted);  // answers with SetObjectRects
+}
+
+ComPtr<IDispatch> ControlFrame::extender() const {
+  ComPtr<IDispatch> out;
+  if (control_site_) control_site_->GetExtendedControl(out.put());
+  return out;
+}
+
 void ControlFrame::set_size(int width, int height) {
   if (width == width_ && height == height_ && surface_) return;
   width_ = width;

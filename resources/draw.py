@@ -5,6 +5,7 @@ Colours are (red, green, blue); coordinates are pixels, y downwards; a shape is 
 """
 
 import struct
+import zlib
 
 SAMPLES = 8  # per pixel and direction
 
@@ -53,6 +54,35 @@ class Canvas:
             out.write(struct.pack("<2sIHHI", b"BM", 54 + len(data), 0, 0, 54))
             out.write(struct.pack("<IiiHHIIiiII", 40, self.width, self.height, 1, 24, 0, len(data), 2835, 2835, 0, 0))
             out.write(data)
+
+
+class ClearCanvas(Canvas):
+    """A canvas whose ground is clear: each pixel is straight colour and alpha, 0 to 1."""
+
+    def __init__(self, width, height):
+        super().__init__(width, height, (0, 0, 0, 0.0))
+
+    def blend(self, x, y, colour, weight):
+        *old, old_alpha = self.pixels[y][x]
+        alpha = weight + old_alpha * (1 - weight)
+        mixed = [(c * weight + o * old_alpha * (1 - weight)) / alpha for o, c in zip(old, colour)]
+        self.pixels[y][x] = (*mixed, alpha)
+
+    def save_png(self, path):
+        """Eight bits a channel with alpha, rows unfiltered."""
+
+        def chunk(kind, data):
+            return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
+
+        rows = bytearray()
+        for row in self.pixels:
+            rows.append(0)
+            for *colour, alpha in row:
+                rows += bytes((*(round(c) for c in colour), round(alpha * 255)))
+        header = struct.pack(">IIBBBBB", self.width, self.height, 8, 6, 0, 0, 0)
+        with open(path, "wb") as out:
+            out.write(b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", header))
+            out.write(chunk(b"IDAT", zlib.compress(bytes(rows), 9)) + chunk(b"IEND", b""))
 
 
 def vertical(top_colour, bottom_colour, top, bottom):

@@ -1,10 +1,13 @@
 #include "server/class_table.h"
 
 #include "base/resource_ids.h"
+#include "controls/us_button/us_button.h"
 #include "controls/us_check_box/us_check_box.h"
+#include "controls/us_option_button/us_option_button.h"
 #include "controls/us_scroll_bar/us_scroll_bar.h"
 #include "services/ajax/kn_ajax_win.h"
 #include "services/kn/kn_win.h"
+#include "services/kn_tooltip/kn_tooltip_win.h"
 #include "services/mysql/kn_mysql_win.h"
 #include "services/registry/kn_registry_win.h"
 
@@ -37,12 +40,16 @@ ServerClass service(const wchar_t* description) {
 std::span<const ServerClass> server_classes() {
   static const ServerClass kClasses[] = {
       control<USCheckBox>(L"Kestrelon: caixa de seleção com temas", IDB_TOOLBOX_USCHECKBOX),
+      control<USOptionButton>(L"Kestrelon: botão de opção", IDB_TOOLBOX_USOPTIONBUTTON),
+      control<USButton>(L"Kestrelon: botão com temas, imagens e dica", IDB_TOOLBOX_USBUTTON,
+                        ControlTraits{}.misc_status | OLEMISC_ACTSLIKEBUTTON),
       control<USScrollBar>(L"Kestrelon: barra de rolagem desenhada com imagens",
                            IDB_TOOLBOX_USSCROLLBAR),
       service<KN>(L"Kestrelon: funções utilitárias"),
       service<KN_MYSQL>(L"Kestrelon: cópia e manutenção de bancos MySQL"),
       service<KN_AJAX>(L"Kestrelon: requisições HTTP"),
       service<KN_REGISTRY>(L"Kestrelon: registro do Windows"),
+      service<KN_TOOLTIP>(L"Kestrelon: dicas do sistema sob demanda"),
   };
   return kClasses;
 }

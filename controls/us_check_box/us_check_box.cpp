@@ -1,38 +1,13 @@
 #include "controls/us_check_box/us_check_box.h"
 
 #include "base/resource_ids.h"
+#include "controls/us_check_box/us_check_box_layout.h"
 #include "frame/bitmap_resource.h"
 
 namespace kestrelon {
 
 USCheckBox::USCheckBox() : USCheckBoxGlue(ControlTraits{}) {
   check_strip_.CreateFromBitmap(BitmapResource(IDB_CHECK_MARKS).get());
-}
-
-void USCheckBox::init_properties() {
-  SimpleControl::init_properties();
-  ShowFocusRect.assign(true);
-  Caption.assign(ambient().display_name());
-  ForeColor.assign(0);
-  Theme.assign(Windows_8);
-  Font.reset();
-  BackColor.reset();
-  repaint();
-}
-
-void USCheckBox::take_ambient_defaults() {
-  Font.set_default(ambient().font().get());
-  BackColor.set_default(ambient().back_color());
-}
-
-void USCheckBox::caption_changed() {
-  update_access_key();
-  repaint();
-}
-
-void USCheckBox::enabled_changed() {
-  apply_enabled();
-  repaint();
 }
 
 void USCheckBox::toggle(bool by_key) {
@@ -43,6 +18,13 @@ void USCheckBox::toggle(bool by_key) {
   repaint_control(kNormal, true);
   update_now();
   if (by_key) raise_click();
+}
+
+void USCheckBox::draw_mark(int state, int x, int y) {
+  using namespace check_layout;
+  const int row = strip_row(mark_of(Value.get()), Enabled.get(), state, pointer_over());
+  check_strip_.Draw(surface().dc(), Theme.get() == Windows_8 ? kStep : 0, row, kStep, kStep, x, y,
+                    false);
 }
 
 }  // namespace kestrelon

@@ -11,4 +11,7 @@ namespace kestrelon {
 /// character have none.
 std::wstring access_key_from_start(std::wstring_view caption);
 
+/// The same with the search from the end: the last single & that is not the last character.
+std::wstring access_key_from_end(std::wstring_view caption);
+
 }  // namespace kestrelon

@@ -38,6 +38,8 @@ class Page {
   Page(Form& form, ContainerWindow& box) : form_(form), box_(box) {}
 
   Form& form() const { return form_; }
+  // What the page lies on.
+  ContainerWindow& box() const { return box_; }
   /// Where the next thing goes, in pixels from the top.
   int y() const { return y_; }
   void skip(int pixels) { y_ += pixels; }

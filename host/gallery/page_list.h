@@ -5,7 +5,10 @@ namespace kestrelon::host {
 
 class Page;
 
+void build_order_entry_page(Page& page);
+void build_us_button_page(Page& page);
 void build_us_check_box_page(Page& page);
 void build_us_scroll_bar_page(Page& page);
+void build_us_option_button_page(Page& page);
 
 }  // namespace kestrelon::host

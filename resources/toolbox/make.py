@@ -6,7 +6,7 @@ from pathlib import Path
 
 HERE = Path(__file__).resolve().parent
 sys.path.insert(0, str(HERE.parent))
-from draw import Canvas, stroke, vertical
+from draw import Canvas, disc, stroke, vertical
 
 GRAY = (0xC0, 0xC0, 0xC0)
 BORDER = (0x2F, 0x5F, 0x9E)
@@ -27,6 +27,19 @@ def us_scroll_bar(canvas):
     for row in range(2):
         canvas.rectangle(8 - row, 2 + row, 9 + row, 3 + row, BORDER)
         canvas.rectangle(8 - row, 12 - row, 9 + row, 13 - row, BORDER)
+
+
+def us_option_button(canvas):
+    canvas.fill(disc(7.5, 7.5, 6.1), BORDER, 0, 0, 16, 15)
+    canvas.fill(disc(7.5, 7.5, 5.0), FACE, 0, 0, 16, 15)
+    canvas.fill(disc(7.5, 7.5, 2.6), MARK, 0, 0, 16, 15)
+
+
+def us_button(canvas):
+    canvas.rectangle(1, 3, 15, 12, vertical((0xFF, 0xFF, 0xFF), (0xB9, 0xD3, 0xEE), 3, 12))
+    canvas.frame(1, 3, 15, 12, BORDER)
+    canvas.rectangle(4, 6, 12, 7, (0x3A, 0x3A, 0x3A))
+    canvas.rectangle(4, 8, 10, 9, (0x3A, 0x3A, 0x3A))
 
 
 ICONS = {name: draw for name, draw in list(globals().items()) if name.startswith("us_")}

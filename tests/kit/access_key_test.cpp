@@ -18,5 +18,15 @@ TEST(AccessKey, IsMissingWhereNoMarkCounts) {
     EXPECT_EQ(access_key_from_start(caption), L"") << caption;
 }
 
+TEST(AccessKey, IsTheLastSingleMarkFromTheEnd) {
+  EXPECT_EQ(access_key_from_end(L"Con&firmar &tudo"), L"t");
+  EXPECT_EQ(access_key_from_end(L"&Compra && Venda"), L"c");
+  EXPECT_EQ(access_key_from_end(L"Compra && &Venda &"), L"v");
+  EXPECT_EQ(access_key_from_end(L"&&&X"), L"x");
+  EXPECT_EQ(access_key_from_end(L"&& &a &&&&"), L"a");
+  for (const wchar_t* caption : {L"", L"&", L"a", L"a&", L"&&", L"a&&", L"&&&", L"A && B"})
+    EXPECT_EQ(access_key_from_end(caption), L"") << caption;
+}
+
 }  // namespace
 }  // namespace kestrelon
