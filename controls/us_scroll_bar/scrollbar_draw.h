@@ -7,7 +7,7 @@
 namespace kestrelon {
 
 /// Cells of the button strips.
-enum ButtonState : int {
+enum ScrollButtonState : int {
   kButtonIdle = 0,
   kButtonNear = 1,  ///< the pointer is somewhere over the bar
   kButtonPressed = 2,
