@@ -315,7 +315,8 @@ class ControlFrame : public AutomationObject,
   bool visible_ = false;
   bool click_pending_ = false;
   bool terminated_ = false;
-  bool shaped_ = false;
+  bool shaped_ = false;   // the window has the shape of its mask
+  bool clipped_ = false;  // the window is cut to what the container shows
 };
 
 }  // namespace kestrelon

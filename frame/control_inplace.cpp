@@ -161,10 +161,16 @@ STDMETHODIMP ControlFrame::SetObjectRects(LPCRECT place, LPCRECT clip) {
                    SWP_NOZORDER | SWP_NOACTIVATE);
       // A container that shows only part of the control clips its window.
       RECT visible{};
-      if (clip != nullptr && mask_colour() == CLR_INVALID && IntersectRect(&visible, place, clip) &&
-          !EqualRect(&visible, place)) {
-        OffsetRect(&visible, -place->left, -place->top);
-        SetWindowRgn(window_, CreateRectRgnIndirect(&visible), TRUE);
+      if (mask_colour() == CLR_INVALID) {
+        if (clip != nullptr && IntersectRect(&visible, place, clip) &&
+            !EqualRect(&visible, place)) {
+          OffsetRect(&visible, -place->left, -place->top);
+          SetWindowRgn(window_, CreateRectRgnIndirect(&visible), TRUE);
+          clipped_ = true;
+        } else if (clipped_) {
+          SetWindowRgn(window_, nullptr, TRUE);
+          clipped_ = false;
+        }
       }
     }
     set_size(width, height);

@@ -144,6 +144,7 @@ LRESULT ContainerWindow::on_message(UINT message, WPARAM wparam, LPARAM lparam) 
     case WM_SIZE:
       InvalidateRect(hwnd_, nullptr, FALSE);
       align_items();
+      clip_items();
       break;
     case WM_SETCURSOR:
       if (LOWORD(lparam) == HTCLIENT && reinterpret_cast<HWND>(wparam) == hwnd_) {
@@ -253,6 +254,14 @@ void ContainerWindow::align_items() {
     }
     item->move(place);
   }
+}
+
+void ContainerWindow::clip_items() {
+  const std::vector<FormItem*> items = items_;
+  for (FormItem* item : items)
+    if (std::find(items_.begin(), items_.end(), item) != items_.end() &&
+        item->align() == Align::kNone)
+      item->place();
 }
 
 void ContainerWindow::update_tip(FormItem& item) {

@@ -30,6 +30,8 @@ class ContainerWindow {
   /// Puts the item above or below its siblings.
   void order_item(FormItem& item, bool to_front);
   void align_items();
+  /// Tells items whose place is their own how much of it the container shows now.
+  void clip_items();
   /// Keeps the tip of an item over its place.
   void update_tip(FormItem& item);
 

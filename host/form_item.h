@@ -71,6 +71,7 @@ class FormItem {
   /// Sets the first visibility without showing or hiding anything.
   void start_visible(bool visible) { visible_ = visible; }
 
+  friend class ContainerWindow;  // places again what a new size shows more or less of
   virtual void place() = 0;
   virtual void show(bool visible) = 0;
   virtual void enter_container() = 0;

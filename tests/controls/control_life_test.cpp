@@ -179,6 +179,21 @@ TEST_F(ControlLifeTest, AnswersWrongTypesWithTheAutomationError) {
   }
 }
 
+TEST_F(ControlLifeTest, ShowsAllOfItselfAgainWhenTheContainerGrows) {
+  const auto site = place(L"USScrollBar", RECT{20, 20, 40, 220});
+  const auto reach = [&] {
+    RECT visible{};
+    return GetWindowRgnBox(site->window(), &visible) == ERROR ? 200
+                                                              : static_cast<int>(visible.bottom);
+  };
+  form_.set_client_size(300, 120);
+  EXPECT_EQ(reach(), 100);
+  form_.set_client_size(300, 180);
+  EXPECT_EQ(reach(), 160);
+  form_.set_client_size(300, 300);
+  EXPECT_EQ(reach(), 200);
+}
+
 // An object that takes a control into itself, as some designers do with their extender.
 class Outer final : public IUnknown {
  public:
