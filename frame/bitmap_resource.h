@@ -12,8 +12,8 @@ class BitmapResource {
  public:
   explicit BitmapResource(int id) : BitmapResource(MAKEINTRESOURCEW(id)) {}
   explicit BitmapResource(const wchar_t* name)
-      : bitmap_(static_cast<HBITMAP>(LoadImageW(module_instance(), name, IMAGE_BITMAP, 0, 0,
-                                                LR_CREATEDIBSECTION))) {}
+      : bitmap_(static_cast<HBITMAP>(
+            LoadImageW(module_instance(), name, IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION))) {}
   ~BitmapResource() {
     if (bitmap_ != nullptr) DeleteObject(bitmap_);
   }

@@ -8,11 +8,11 @@ namespace kestrelon {
 
 /// Cells of the button strips.
 enum ScrollButtonState : int {
-  kButtonIdle = 0,
-  kButtonNear = 1,  ///< the pointer is somewhere over the bar
-  kButtonPressed = 2,
-  kButtonHot = 3,
-  kButtonDisabled = 4,
+  kEndButtonIdle = 0,
+  kEndButtonNear = 1,  ///< the pointer is somewhere over the bar
+  kEndButtonPressed = 2,
+  kEndButtonHot = 3,
+  kEndButtonDisabled = 4,
 };
 /// Cells of the thumb and grip strips.
 enum ThumbState : int { kThumbIdle = 0, kThumbHot = 1, kThumbPressed = 2, kThumbDisabled = 3 };

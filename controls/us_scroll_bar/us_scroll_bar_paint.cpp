@@ -12,7 +12,7 @@ RECT to_rect(const PixelRect& r) {
 
 USScrollBar::Look USScrollBar::look() const {
   if (!Enabled.get())
-    return {kButtonDisabled, kButtonDisabled, kBackDisabled, kBackDisabled, kThumbDisabled};
+    return {kEndButtonDisabled, kEndButtonDisabled, kBackDisabled, kBackDisabled, kThumbDisabled};
   const BarPart under =
       layout_.hit(static_cast<int>(last_point_.x), static_cast<int>(last_point_.y));
   const bool inside = hover_.over();
@@ -21,9 +21,9 @@ USScrollBar::Look USScrollBar::look() const {
     return hit_part_ == BarPart::kNone && inside && under == part;
   };
   const auto button = [&](BarPart part) -> int {
-    if (pressed(part)) return kButtonPressed;
-    if (hot(part)) return kButtonHot;
-    return inside ? kButtonNear : kButtonIdle;
+    if (pressed(part)) return kEndButtonPressed;
+    if (hot(part)) return kEndButtonHot;
+    return inside ? kEndButtonNear : kEndButtonIdle;
   };
   const auto back = [&](BarPart part) -> int { return pressed(part) ? kBackPressed : kBackIdle; };
   // The thumb stays pressed wherever the pointer drags it.
