@@ -1,6 +1,6 @@
 // Which picture of the strip stands where, in every theme, value and state that can be reached.
 #include "base/resource_ids.h"
-#include "controls/us_check_box/us_check_box_layout.h"
+#include "controls/mark_control/mark_layout.h"
 #include "tests/controls/control_fixture.h"
 
 namespace kestrelon::host {
@@ -108,7 +108,7 @@ TEST_F(CheckBoxPaintTest, GraysTheCaptionOfADisabledControl) {
 }
 
 TEST(CheckBoxLayout, TruncatesHalvesAndKeepsItsMargins) {
-  using namespace check_layout;
+  using namespace mark_layout;
   EXPECT_EQ(check_rect(100, 30, false), (PixelRect{0, 8, 13, 21}));
   EXPECT_EQ(check_rect(100, 12, false), (PixelRect{0, 0, 13, 13}));
   EXPECT_EQ(check_rect(100, 30, true), (PixelRect{86, 8, 100, 21}));
