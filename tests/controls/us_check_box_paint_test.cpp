@@ -1,5 +1,6 @@
 // Which picture of the strip stands where, in every theme, value and state that can be reached.
 #include "base/resource_ids.h"
+#include "controls/mark_control/mark_layout.h"
 #include "controls/us_check_box/us_check_box_layout.h"
 #include "tests/controls/control_fixture.h"
 
@@ -109,12 +110,12 @@ TEST_F(CheckBoxPaintTest, GraysTheCaptionOfADisabledControl) {
 
 TEST(CheckBoxLayout, TruncatesHalvesAndKeepsItsMargins) {
   using namespace check_layout;
-  EXPECT_EQ(check_rect(100, 30, false), (PixelRect{0, 8, 13, 21}));
-  EXPECT_EQ(check_rect(100, 12, false), (PixelRect{0, 0, 13, 13}));
-  EXPECT_EQ(check_rect(100, 30, true), (PixelRect{86, 8, 100, 21}));
-  EXPECT_EQ(focus_rect(100, 30, false), (PixelRect{16, 1, 98, 29}));
-  EXPECT_EQ(focus_rect(100, 30, true), (PixelRect{1, 1, 85, 29}));
-  EXPECT_EQ(caption_rect(100, 30, 13), (PixelRect{17, 8, 100, 21}));
+  EXPECT_EQ(mark_layout::check_rect(100, 30, false), (PixelRect{0, 8, 13, 21}));
+  EXPECT_EQ(mark_layout::check_rect(100, 12, false), (PixelRect{0, 0, 13, 13}));
+  EXPECT_EQ(mark_layout::check_rect(100, 30, true), (PixelRect{86, 8, 100, 21}));
+  EXPECT_EQ(mark_layout::focus_rect(100, 30, false), (PixelRect{16, 1, 98, 29}));
+  EXPECT_EQ(mark_layout::focus_rect(100, 30, true), (PixelRect{1, 1, 85, 29}));
+  EXPECT_EQ(mark_layout::caption_rect(100, 30, 13), (PixelRect{17, 8, 100, 21}));
 }
 
 }  // namespace
