@@ -43,8 +43,8 @@ void USButton::init_properties() {
 
 void USButton::properties_read() {
   if (user_mode() && HandPointer.get()) hand_pointer_changed();
-  if (DrawnState.get() < kButtonNormal || DrawnState.get() > kButtonDisabled)
-    DrawnState.assign(kButtonNormal);
+  if (DrawnState.get() < kFaceNormal || DrawnState.get() > kFaceDisabled)
+    DrawnState.assign(kFaceNormal);
   input_.read_default();
   show_bytes(Picture32Dib.get());
   ready();
@@ -106,9 +106,9 @@ void USButton::set_state(int state, bool force) {
   if (paint_suspended_ || in_batch_) return;
   if (state < 0) state = static_cast<int>(DrawnState.get());
   if (!Enabled.get()) {
-    state = kButtonDisabled;
-  } else if (state == kButtonDisabled) {
-    state = kButtonNormal;
+    state = kFaceDisabled;
+  } else if (state == kFaceDisabled) {
+    state = kFaceNormal;
   }
   const bool focus = input_.has_focus();
   if (!force && state == DrawnState.get() && focus == last_focus_) return;
@@ -163,9 +163,9 @@ void USButton::enabled_changed() {
   apply_enabled();
   if (!Enabled.get()) {
     input_.disabled();
-    return set_state(kButtonDisabled, true);
+    return set_state(kFaceDisabled, true);
   }
-  set_state(user_mode() && pointer_over_window() ? kButtonOver : kButtonNormal, true);
+  set_state(user_mode() && pointer_over_window() ? kFaceOver : kFaceNormal, true);
 }
 
 void USButton::value_changed() {

@@ -94,7 +94,7 @@ class USButton final : public USButtonGlue<USButton, ControlFrame>, private Butt
       *this, {L"PictureSize", L"PicSize"}, Picture_Normal, &USButton::picture_size_changed};
   Property<long> PictureSizeY{*this, {L"PictureSizeY", L"PicSizeH"}, 16, &USButton::relayout};
   Property<long> PictureSizeX{*this, {L"PictureSizeX", L"PicSizeW"}, 16, &USButton::relayout};
-  Property<long> DrawnState{*this, L"State", kButtonNormal};
+  Property<long> DrawnState{*this, L"State", kFaceNormal};
   Property<bool> UseMaskColor{*this, {L"UseMaskColor", L"UseMask"}, true, &USButton::repaint};
   Property<bool> Value{*this, L"Value", false, &USButton::value_changed};
   FontProperty Font{*this, L"Font", &USButton::relayout};
@@ -141,7 +141,7 @@ class USButton final : public USButtonGlue<USButton, ControlFrame>, private Butt
   const PictureProperty* mouse_icon() const override { return &MouseIcon; }
   void ready();
   void nothing() {}
-  void repaint() { set_state(kButtonAsIs, true); }
+  void repaint() { set_state(kFaceAsIs, true); }
   void relayout();
   void tip();
   void apply_theme();

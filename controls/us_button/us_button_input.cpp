@@ -14,10 +14,10 @@ void ButtonInput::mouse_down(int button) {
   if (button != kLeftButton) return;
   has_focus_ = suppress_click_ = mouse_pressed_ = true;
   if (!space_down_) {
-    host_.set_state(kButtonDown, false);
+    host_.set_state(kFaceDown, false);
   } else if (!over()) {
     mouse_pressed_ = false;
-    host_.set_state(kButtonNormal, false);
+    host_.set_state(kFaceNormal, false);
     mouse_pressed_ = true;
   }
 }
@@ -27,15 +27,15 @@ Hover::Move ButtonInput::mouse_move() {
   const Hover::Move move = hover_.moved(inside);
   if (inside) {
     if (!space_down_) {
-      host_.set_state(suppress_click_ ? kButtonDown : kButtonOver, false);
+      host_.set_state(suppress_click_ ? kFaceDown : kFaceOver, false);
     } else if (mouse_pressed_) {
-      host_.set_state(kButtonDown, false);
+      host_.set_state(kFaceDown, false);
     }
     if (move == Hover::Move::kEnter) host_.track_leave();
   } else if (move == Hover::Move::kExit) {
-    if (!space_down_ && !mouse_pressed_) host_.set_state(kButtonNormal, false);
+    if (!space_down_ && !mouse_pressed_) host_.set_state(kFaceNormal, false);
   } else if (mouse_pressed_) {
-    host_.set_state(kButtonOver, false);
+    host_.set_state(kFaceOver, false);
   }
   return move;
 }
@@ -45,7 +45,7 @@ bool ButtonInput::mouse_up(int button) {
   mouse_pressed_ = false;
   suppress_click_ = space_down_;
   if (space_down_ && !over()) {
-    host_.set_state(kButtonDown, false);
+    host_.set_state(kFaceDown, false);
   } else if (pressed_button_ == kAfterDoubleClick || !over()) {
     // After a release outside no click follows that would draw the button at rest.
     host_.set_state(resting_state(), false);
@@ -72,7 +72,7 @@ void ButtonInput::click_by_code() {
 bool ButtonInput::double_click() {
   if (pressed_button_ != kLeftButton) return false;
   suppress_click_ = mouse_pressed_ = true;
-  host_.set_state(kButtonDown, false);
+  host_.set_state(kFaceDown, false);
   pressed_button_ = kAfterDoubleClick;
   if (!host_.captured()) host_.capture();
   return true;
@@ -82,7 +82,7 @@ bool ButtonInput::key_down(int key, int shift) {
   if (key == kSpace && (shift & kAlt) == 0) {
     suppress_click_ = space_down_ = true;
     host_.capture();
-    if (!mouse_pressed_) host_.set_state(kButtonDown, false);
+    if (!mouse_pressed_) host_.set_state(kFaceDown, false);
     return true;
   }
   if (key >= kLeft && key <= kDown) {
@@ -117,7 +117,7 @@ bool ButtonInput::mouse_leave() {
   if (space_down_) return false;
   // Held down, the button stays as the last movement left it; let go, it rests.
   const bool held = pressed_button_ == kLeftButton && mouse_pressed_;
-  if (host_.enabled()) host_.set_state(held ? kButtonAsIs : kButtonNormal, false);
+  if (host_.enabled()) host_.set_state(held ? kFaceAsIs : kFaceNormal, false);
   return true;
 }
 
@@ -131,24 +131,24 @@ void ButtonInput::access_key(int key) {
 
 void ButtonInput::got_focus() {
   has_focus_ = true;
-  if (!suppress_click_) host_.set_state(kButtonAsIs, false);
+  if (!suppress_click_) host_.set_state(kFaceAsIs, false);
 }
 
 void ButtonInput::lost_focus() {
   has_focus_ = false;
   forget_presses();
-  if (host_.enabled() && window_active_) host_.set_state(kButtonNormal, true);
+  if (host_.enabled() && window_active_) host_.set_state(kFaceNormal, true);
 }
 
 void ButtonInput::default_changed() {
   forget_presses();
-  if (host_.enabled() && !has_focus_ && !over()) host_.set_state(kButtonAsIs, true);
+  if (host_.enabled() && !has_focus_ && !over()) host_.set_state(kFaceAsIs, true);
 }
 
 void ButtonInput::window_focus(bool from_window) {
   if (from_window) {
     window_active_ = true;
-    if (host_.enabled() && (has_focus_ || display_as_default_)) host_.set_state(kButtonAsIs, true);
+    if (host_.enabled() && (has_focus_ || display_as_default_)) host_.set_state(kFaceAsIs, true);
     return;
   }
   window_active_ = false;
@@ -157,7 +157,7 @@ void ButtonInput::window_focus(bool from_window) {
   has_focus_ = display_as_default_ = false;
   forget_presses();
   hover_.clear_over();
-  if (host_.enabled() && shown) host_.set_state(kButtonNormal, true);
+  if (host_.enabled() && shown) host_.set_state(kFaceNormal, true);
   read_default();
   has_focus_ = had_focus;
 }

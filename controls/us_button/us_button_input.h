@@ -6,12 +6,12 @@
 namespace kestrelon {
 
 /// How a button is drawn; the numbers are those that are saved.
-enum ButtonState : int {
-  kButtonNormal = 0,
-  kButtonOver = 1,
-  kButtonDown = 2,
-  kButtonDisabled = 3,
-  kButtonAsIs = -1,  ///< the state drawn last, whatever it is
+enum FaceState : int {
+  kFaceNormal = 0,
+  kFaceOver = 1,
+  kFaceDown = 2,
+  kFaceDisabled = 3,
+  kFaceAsIs = -1,  ///< the state drawn last, whatever it is
 };
 
 /// What the transitions ask and tell. Any of the actions may raise events in which anything
@@ -77,7 +77,7 @@ class ButtonInput {
   void read_default() { display_as_default_ = host_.ask_default(); }
 
  private:
-  int resting_state() const { return over() ? kButtonOver : kButtonNormal; }
+  int resting_state() const { return over() ? kFaceOver : kFaceNormal; }
   void forget_presses() { suppress_click_ = mouse_pressed_ = space_down_ = false; }
 
   ButtonHost& host_;

@@ -54,7 +54,7 @@ void USButton::lay_out() {
 
 void USButton::draw(int state) {
   if (layout_dirty_) lay_out();
-  if (state == kButtonDown && CheckBoxMode.get() && Value.get()) state = kButtonNormal;
+  if (state == kFaceDown && CheckBoxMode.get() && Value.get()) state = kFaceNormal;
   const ColorRef text = draw_face(state);
   const ColorRef border = draw_focus(state);
   draw_picture(state);
@@ -66,25 +66,25 @@ void USButton::draw(int state) {
 ColorRef USButton::draw_face(int state) {
   const PixelView view = surface().pixels();
   const bool four = GradientColors.get() == Four_Colors;
-  if (state == kButtonDisabled) {
+  if (state == kFaceDisabled) {
     paint_face(view,
                stops(GradientColorDisabled1, GradientColorDisabled2, GradientColorDisabled3,
                      GradientColorDisabled4),
                four);
     return TranslateColor(ForeColorDisabled.get());
   }
-  if (Value.get() && state != kButtonDown) {
+  if (Value.get() && state != kFaceDown) {
     paint_value_face(view, derived_);
     return 0;
   }
   switch (state) {
-    case kButtonOver:
+    case kFaceOver:
       paint_face(
           view,
           stops(GradientColorOver1, GradientColorOver2, GradientColorOver3, GradientColorOver4),
           four);
       return TranslateColor(ForeColorOver.get());
-    case kButtonDown:
+    case kFaceDown:
       paint_face(
           view,
           stops(GradientColorDown1, GradientColorDown2, GradientColorDown3, GradientColorDown4),
@@ -103,12 +103,12 @@ ColorRef USButton::draw_focus(int state) {
   const PixelRect fitted =
       button_layout::focus_rect(width(), height(), ButtonShape.get() == Cut_Sides);
   const bool focus = ShowFocusRect.get() && last_focus_;
-  if (state == kButtonDisabled) return TranslateColor(BorderColorDisabled.get());
-  if (state == kButtonDown) {
+  if (state == kFaceDisabled) return TranslateColor(BorderColorDisabled.get());
+  if (state == kFaceDown) {
     if (ShowFocusRectDown.get()) draw_focus_rect(view, fitted);
     return TranslateColor(BorderColorDown.get());
   }
-  if (state == kButtonOver || (input_.mouse_pressed() && !input_.over())) {
+  if (state == kFaceOver || (input_.mouse_pressed() && !input_.over())) {
     if (focus) draw_focus_rect(view, fitted);
     return TranslateColor(BorderColorOver.get());
   }

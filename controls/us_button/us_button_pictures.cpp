@@ -104,9 +104,9 @@ void USButton::set_picture_opacity(long percent) {
 }
 
 const PictureProperty& USButton::picture_for(int state) const {
-  if (state == kButtonDisabled) return Picture;
-  if (state == kButtonOver && PictureOver) return PictureOver;
-  if (state == kButtonDown || Value.get()) {
+  if (state == kFaceDisabled) return Picture;
+  if (state == kFaceOver && PictureOver) return PictureOver;
+  if (state == kFaceDown || Value.get()) {
     if (PictureOn) return PictureOn;
     if (PictureOver) return PictureOver;
   }

@@ -63,6 +63,13 @@ void items(Page& page, int y) {
                 item.cells[i], TextStyle::kLabel);
         }
       });
+  page.control(L"Kestrelon2012.USScrollBar",
+               make_rect(look::kMargin + kWidth - kBar, y + 1, kBar - 1, kRow * (rows + 1)),
+               [](IDispatch* control) {
+                 put_property(control, L"Orientation", Variant(0L));
+                 put_property(control, L"LargeChange", Variant(40L));
+                 put_property(control, L"Value", Variant(30L));
+               });
 }
 
 void button(Page& page, const RECT& place, const wchar_t* caption, const wchar_t* file,
@@ -120,7 +127,7 @@ void build_order_entry_page(Page& page) {
   button(page, make_rect(x + kStep, y, 112, 32), L"&Itens", L"invoice.ico");
   button(page, make_rect(x + 2 * kStep, y, 112, 32), L"Pa&gar", L"coins.ico");
   button(page, make_rect(x + 3 * kStep, y, 112, 32), L"Cancelar", nullptr, false);
-  button(page, make_rect(x + kWidth - 112 - kStep, y, 112, 32), L"&Gravar", L"kestrel.png");
+  button(page, make_rect(x + kWidth - 112 - kStep, y, 112, 32), L"&Gravar", L"disc.png");
   button(page, make_rect(x + kWidth - 112, y, 112, 32), L"&Sair", nullptr);
   page.skip(y + 48 - page.y());
 }

@@ -57,16 +57,16 @@ void picture_places(Page& page) {
 void magnified(Page& page) {
   constexpr Situation kSituations[] = {Situation::kAway, Situation::kOver, Situation::kPressed,
                                        Situation::kFocused};
-  for (int theme = 0; theme < 3; ++theme)
+  for (int theme = 0; theme < 3; theme += 2)
     for (int i = 0; i < 4; ++i) {
       const Prepare prepare = [theme](IDispatch* control) {
         put(control, L"Theme", theme);
         captioned(L"&Ok")(control);
       };
-      page.picture(look::kMargin + i * 204, page.y() + theme * 92,
-                   page.snapshot(kProgId, 48, 22, kSituations[i], prepare), 4);
+      page.picture(look::kMargin + i * 204, page.y() + theme / 2 * 70,
+                   page.snapshot(kProgId, 48, 22, kSituations[i], prepare), 3);
     }
-  page.skip(3 * 92);
+  page.skip(2 * 70);
 }
 
 void details(Page& page) {
@@ -124,7 +124,7 @@ void build_us_button_page(Page& page) {
   picture_places(page);
   page.section(L"Marcação, alinhamento, opacidade, teclas de acesso");
   details(page);
-  page.section(L"Normal, sob o ponteiro, pressionado e com o foco, quatro vezes ampliados");
+  page.section(L"Normal, sob o ponteiro, pressionado e com o foco, três vezes ampliados");
   magnified(page);
 }
 

@@ -12,7 +12,8 @@ constexpr wchar_t kProgId[] = L"Kestrelon2012.USOptionButton";
 Prepare option(const wchar_t* caption, bool chosen, bool enabled = true) {
   return [=](IDispatch* control) {
     put_property(control, L"Caption", Variant(caption));
-    put_property(control, L"Value", Variant(chosen));
+    // Any value given to an option clears the others of its group.
+    if (chosen) put_property(control, L"Value", Variant(true));
     if (!enabled) put_property(control, L"Enabled", Variant(false));
   };
 }
@@ -54,7 +55,7 @@ void groups(Page& page) {
     option(kFreight[i], i == 0)(site->dispatch());
   }
   page.control(kProgId, make_rect(left + 270, y, 200, 20), [](IDispatch* control) {
-    option(L"Marca à direita", true)(control);
+    option(L"Marca à direita", false)(control);
     put_property(control, L"Alignment", Variant(1L));
   });
   const Picture focus =
