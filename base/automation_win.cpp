@@ -42,6 +42,8 @@ class TypedReferences {
 
   void carry_back() {
     for (size_t i = 0; i < locals_.size(); ++i) {
+      if (V_ISARRAY(&locals_[i]) && V_ARRAY(&locals_[i]) == nullptr)
+        V_VT(&locals_[i]) = VT_EMPTY;  // still none
       if (V_VT(&locals_[i]) != VT_EMPTY)
         VariantCopy(V_VARIANTREF(&original_.rgvarg[i]), &locals_[i]);
     }
@@ -78,6 +80,7 @@ class TypedReferences {
     if (V_VT(&original_.rgvarg[i]) != (VT_VARIANT | VT_BYREF) || declared.vt != VT_PTR) return;
     const VARTYPE wanted = declared.lptdesc->vt;
     if (wanted == VT_VARIANT || wanted == VT_USERDEFINED || wanted == VT_PTR) return;
+    if (wanted == VT_SAFEARRAY && give_array(declared.lptdesc->lptdesc->vt, i)) return;
     const VARTYPE type = wanted == VT_SAFEARRAY ? V_VT(V_VARIANTREF(&original_.rgvarg[i])) : wanted;
     if (FAILED(VariantChangeType(&locals_[i], V_VARIANTREF(&original_.rgvarg[i]), 0, type)) ||
         V_VT(&locals_[i]) == VT_EMPTY) {
@@ -85,6 +88,16 @@ class TypedReferences {
     }
     V_VT(&arguments_[i]) = static_cast<VARTYPE>(type | VT_BYREF);
     V_BYREF(&arguments_[i]) = &V_I8(&locals_[i]);
+  }
+
+  // A variable without a value stands for an array that is still to be made.
+  bool give_array(VARTYPE element, UINT i) {
+    if (V_VT(V_VARIANTREF(&original_.rgvarg[i])) != VT_EMPTY) return false;
+    V_VT(&locals_[i]) = static_cast<VARTYPE>(VT_ARRAY | element);
+    V_ARRAY(&locals_[i]) = nullptr;
+    V_VT(&arguments_[i]) = static_cast<VARTYPE>(VT_ARRAY | element | VT_BYREF);
+    V_ARRAYREF(&arguments_[i]) = &V_ARRAY(&locals_[i]);
+    return true;
   }
 
   DISPPARAMS& original_;

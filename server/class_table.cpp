@@ -3,6 +3,7 @@
 #include "base/resource_ids.h"
 #include "controls/us_check_box/us_check_box.h"
 #include "controls/us_scroll_bar/us_scroll_bar.h"
+#include "imaging/c32bpp_dib/image_object_win.h"
 #include "services/ajax/kn_ajax_win.h"
 #include "services/kn/kn_win.h"
 #include "services/mysql/kn_mysql_win.h"
@@ -43,6 +44,7 @@ std::span<const ServerClass> server_classes() {
       service<KN_MYSQL>(L"Kestrelon: cópia e manutenção de bancos MySQL"),
       service<KN_AJAX>(L"Kestrelon: requisições HTTP"),
       service<KN_REGISTRY>(L"Kestrelon: registro do Windows"),
+      service<ImageObject>(L"Kestrelon: imagem de 32 bits com transparência"),
   };
   return kClasses;
 }
