@@ -11,14 +11,8 @@ class TypedReferences {
   TypedReferences(ITypeInfo& info, DISPID member, WORD flags, DISPPARAMS& parameters)
       : original_(parameters), changed_(parameters) {
     if (!needs_work()) return;
-    const auto info2 = query<ITypeInfo2>(&info);
-    UINT index = 0;
-    FUNCDESC* function = nullptr;
-    if (!info2 ||
-        FAILED(info2->GetFuncIndexOfMemId(member, static_cast<INVOKEKIND>(flags & 0xF), &index)) ||
-        FAILED(info.GetFuncDesc(index, &function))) {
-      return;
-    }
+    FUNCDESC* const function = find_function(info, member, flags);
+    if (function == nullptr) return;
     arguments_.assign(original_.rgvarg, original_.rgvarg + original_.cArgs);
     locals_.resize(original_.cArgs);
     for (UINT i = 0; i < original_.cArgs; ++i) {
@@ -42,8 +36,6 @@ class TypedReferences {
 
   void carry_back() {
     for (size_t i = 0; i < locals_.size(); ++i) {
-      if (V_ISARRAY(&locals_[i]) && V_ARRAY(&locals_[i]) == nullptr)
-        V_VT(&locals_[i]) = VT_EMPTY;  // still none
       if (V_VT(&locals_[i]) != VT_EMPTY)
         VariantCopy(V_VARIANTREF(&original_.rgvarg[i]), &locals_[i]);
     }
@@ -56,6 +48,18 @@ class TypedReferences {
       if (V_VT(&argument) == (VT_VARIANT | VT_BYREF) || is_negative(argument)) return true;
     }
     return false;
+  }
+
+  // The description of a member, to be released, or null. In an expression a script leaves open
+  // whether it calls a method or reads a property. The system's own search by number counts
+  // otherwise than its access by index where an interface inherits.
+  static FUNCDESC* find_function(ITypeInfo& info, DISPID member, WORD flags) {
+    FUNCDESC* function = nullptr;
+    for (UINT i = 0; SUCCEEDED(info.GetFuncDesc(i, &function)); ++i) {
+      if (function->memid == member && (function->invkind & flags) != 0) return function;
+      info.ReleaseFuncDesc(function);
+    }
+    return nullptr;
   }
 
   static bool is_negative(const VARIANT& v) {
@@ -90,11 +94,12 @@ class TypedReferences {
     V_BYREF(&arguments_[i]) = &V_I8(&locals_[i]);
   }
 
-  // A variable without a value stands for an array that is still to be made.
+  // A variable without a value stands for an array without elements.
   bool give_array(VARTYPE element, UINT i) {
     if (V_VT(V_VARIANTREF(&original_.rgvarg[i])) != VT_EMPTY) return false;
+    V_ARRAY(&locals_[i]) = SafeArrayCreateVector(element, 0, 0);
+    if (V_ARRAY(&locals_[i]) == nullptr) return false;
     V_VT(&locals_[i]) = static_cast<VARTYPE>(VT_ARRAY | element);
-    V_ARRAY(&locals_[i]) = nullptr;
     V_VT(&arguments_[i]) = static_cast<VARTYPE>(VT_ARRAY | element | VT_BYREF);
     V_ARRAYREF(&arguments_[i]) = &V_ARRAY(&locals_[i]);
     return true;
