@@ -5,6 +5,7 @@ namespace kestrelon::host {
 
 class Page;
 
+void build_images_page(Page& page);
 void build_us_check_box_page(Page& page);
 void build_us_scroll_bar_page(Page& page);
 

@@ -1,4 +1,4 @@
-' The class c32bppDIB late-bound, as a script sees it. Prints "image.vbs: ok" at its end.
+' The class c32bppDIB late-bound, as a script sees it. Prints OK at its end.
 Option Explicit
 
 Dim image, other, fso, folder, bytes, alpha, width, height, names, sizes, shadow, failures
@@ -152,5 +152,5 @@ Check "isAlphaBlendFriendly", image.isAlphaBlendFriendly, True
 image.DestroyDIB
 Check "destroyed", image.ImageType & " " & image.Width, "-1 0"
 
-If failures = 0 Then WScript.Echo "image.vbs: ok"
+If failures = 0 Then WScript.Echo "OK"
 WScript.Quit failures
