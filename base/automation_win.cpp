@@ -11,14 +11,8 @@ class TypedReferences {
   TypedReferences(ITypeInfo& info, DISPID member, WORD flags, DISPPARAMS& parameters)
       : original_(parameters), changed_(parameters) {
     if (!needs_work()) return;
-    const auto info2 = query<ITypeInfo2>(&info);
-    UINT index = 0;
-    FUNCDESC* function = nullptr;
-    if (!info2 ||
-        FAILED(info2->GetFuncIndexOfMemId(member, static_cast<INVOKEKIND>(flags & 0xF), &index)) ||
-        FAILED(info.GetFuncDesc(index, &function))) {
-      return;
-    }
+    FUNCDESC* const function = find_function(info, member, flags);
+    if (function == nullptr) return;
     arguments_.assign(original_.rgvarg, original_.rgvarg + original_.cArgs);
     locals_.resize(original_.cArgs);
     for (UINT i = 0; i < original_.cArgs; ++i) {
@@ -56,6 +50,18 @@ class TypedReferences {
     return false;
   }
 
+  // The description of a member, to be released, or null. In an expression a script leaves open
+  // whether it calls a method or reads a property. The system's own search by number counts
+  // otherwise than its access by index where an interface inherits.
+  static FUNCDESC* find_function(ITypeInfo& info, DISPID member, WORD flags) {
+    FUNCDESC* function = nullptr;
+    for (UINT i = 0; SUCCEEDED(info.GetFuncDesc(i, &function)); ++i) {
+      if (function->memid == member && (function->invkind & flags) != 0) return function;
+      info.ReleaseFuncDesc(function);
+    }
+    return nullptr;
+  }
+
   static bool is_negative(const VARIANT& v) {
     return (V_VT(&v) == VT_I4 && V_I4(&v) < 0) || (V_VT(&v) == VT_I2 && V_I2(&v) < 0);
   }
@@ -78,6 +84,7 @@ class TypedReferences {
     if (V_VT(&original_.rgvarg[i]) != (VT_VARIANT | VT_BYREF) || declared.vt != VT_PTR) return;
     const VARTYPE wanted = declared.lptdesc->vt;
     if (wanted == VT_VARIANT || wanted == VT_USERDEFINED || wanted == VT_PTR) return;
+    if (wanted == VT_SAFEARRAY && give_array(declared.lptdesc->lptdesc->vt, i)) return;
     const VARTYPE type = wanted == VT_SAFEARRAY ? V_VT(V_VARIANTREF(&original_.rgvarg[i])) : wanted;
     if (FAILED(VariantChangeType(&locals_[i], V_VARIANTREF(&original_.rgvarg[i]), 0, type)) ||
         V_VT(&locals_[i]) == VT_EMPTY) {
@@ -85,6 +92,17 @@ class TypedReferences {
     }
     V_VT(&arguments_[i]) = static_cast<VARTYPE>(type | VT_BYREF);
     V_BYREF(&arguments_[i]) = &V_I8(&locals_[i]);
+  }
+
+  // A variable without a value stands for an array without elements.
+  bool give_array(VARTYPE element, UINT i) {
+    if (V_VT(V_VARIANTREF(&original_.rgvarg[i])) != VT_EMPTY) return false;
+    V_ARRAY(&locals_[i]) = SafeArrayCreateVector(element, 0, 0);
+    if (V_ARRAY(&locals_[i]) == nullptr) return false;
+    V_VT(&locals_[i]) = static_cast<VARTYPE>(VT_ARRAY | element);
+    V_VT(&arguments_[i]) = static_cast<VARTYPE>(VT_ARRAY | element | VT_BYREF);
+    V_ARRAYREF(&arguments_[i]) = &V_ARRAY(&locals_[i]);
+    return true;
   }
 
   DISPPARAMS& original_;

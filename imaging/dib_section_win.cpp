@@ -48,11 +48,15 @@ BitmapDc::BitmapDc(HBITMAP bitmap) {
   select(bitmap);
 }
 
+bool BitmapDc::make() {
+  if (dc_ == nullptr) dc_ = CreateCompatibleDC(nullptr);
+  return dc_ != nullptr;
+}
+
 bool BitmapDc::select(HBITMAP bitmap) {
   deselect();
-  if (bitmap == nullptr) return false;
-  if (dc_ == nullptr) dc_ = CreateCompatibleDC(nullptr);
-  if (dc_ != nullptr) previous_ = SelectObject(dc_, bitmap);
+  if (bitmap == nullptr || !make()) return false;
+  previous_ = SelectObject(dc_, bitmap);
   return previous_ != nullptr;
 }
 

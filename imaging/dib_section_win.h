@@ -26,8 +26,11 @@ class BitmapDc {
   BitmapDc(const BitmapDc&) = delete;
   BitmapDc& operator=(const BitmapDc&) = delete;
 
+  /// A bitmap is selected.
   explicit operator bool() const { return previous_ != nullptr; }
   HDC get() const { return dc_; }
+  /// Makes the context, without a bitmap, if there is none.
+  bool make();
   /// Makes the context if there is none and selects `bitmap` in place of any other.
   bool select(HBITMAP bitmap);
   /// Gives the bitmap back; the context stays.

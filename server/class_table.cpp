@@ -5,6 +5,7 @@
 #include "controls/us_check_box/us_check_box.h"
 #include "controls/us_option_button/us_option_button.h"
 #include "controls/us_scroll_bar/us_scroll_bar.h"
+#include "imaging/c32bpp_dib/image_object_win.h"
 #include "services/ajax/kn_ajax_win.h"
 #include "services/kn/kn_win.h"
 #include "services/kn_tooltip/kn_tooltip_win.h"
@@ -50,6 +51,7 @@ std::span<const ServerClass> server_classes() {
       service<KN_AJAX>(L"Kestrelon: requisições HTTP"),
       service<KN_REGISTRY>(L"Kestrelon: registro do Windows"),
       service<KN_TOOLTIP>(L"Kestrelon: dicas do sistema sob demanda"),
+      service<ImageObject>(L"Kestrelon: imagem de 32 bits com transparência"),
   };
   return kClasses;
 }

@@ -11,6 +11,7 @@ const std::vector<PageEntry>& pages() {
       {L"USScrollBar", L"Controles básicos", build_us_scroll_bar_page},
       {L"USOptionButton", L"Controles básicos", build_us_option_button_page},
       {L"Pedido de venda", L"Controles básicos", build_order_entry_page},
+      {L"c32bppDIB", L"Imagens", build_images_page},
   };
   return list;
 }
