@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <exception>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "base/file_bytes.h"
@@ -47,6 +48,18 @@ bool load_by_library(std::span<const uint8_t> data, c32bppDIB& image) {
   return true;
 }
 
+// Bitmaps and GIFs are read whole by our own readers. What those refuse is damaged, and a decoder
+// of the platform would make a picture of the missing part.
+bool is_read_by_us_alone(std::span<const uint8_t> data) {
+  const auto starts = [&](std::string_view text) {
+    return data.size() >= text.size() &&
+           std::equal(text.begin(), text.end(), data.begin(), [](char wanted, uint8_t byte) {
+             return static_cast<uint8_t>(wanted) == byte;
+           });
+  };
+  return starts("BM") || starts("GIF8");
+}
+
 }  // namespace
 
 // Leaves in `kept` the bytes to keep if they are no longer those of `data`.
@@ -56,14 +69,18 @@ bool c32bppDIB::run_readers(std::span<const uint8_t> data, const LoadOptions& op
   auto run = [&](ImageCodecs::Reader reader, bool tell_user = false) {
     return reader && attempt(*this, tell_user, [&] { return reader(data, *this); });
   };
+  // A damaged PNG stays a failure: what our reader refuses goes to no other.
+  if (run(codecs.read_png, true)) return has_image();
+  const bool own = is_read_by_us_alone(data);
   const bool taken =
-      run(codecs.read_png, true) || run(codecs.read_gif) ||
+      run(codecs.read_gif) ||
       (codecs.read_ico &&
        attempt(*this, false, [&] { return codecs.read_ico(data, options, *this); })) ||
       run(codecs.read_bmp) ||
-      attempt(*this, false, [&] { return imaging_bridge().decode_picture(data, *this); });
+      (!own && attempt(*this, false, [&] { return imaging_bridge().decode_picture(data, *this); }));
   if (has_image()) return true;
-  if (isGDIplusEnabled() && attempt(*this, false, [&] { return load_by_library(data, *this); })) {
+  if (!own && isGDIplusEnabled() &&
+      attempt(*this, false, [&] { return load_by_library(data, *this); })) {
     if (options.save_format && imaging_bridge().library_save_png(*this, kept))
       image_type_ = ImageFormat::Png;
     return true;

@@ -155,7 +155,7 @@ void transforms(Page& page, const std::filesystem::path& file) {
        [](const Image& image) {
          image.call(L"BlendToColor", {Variant(static_cast<long>(RGB(43, 108, 176))), Variant(60L)});
        }},
-      {L"Girada, cinza", L"Angle = 200, Opacity = 60", {60, 1, 0, 200}, kScale, false, nullptr}};
+      {L"Girada, cinza", L"Angle 200, Opacity 60", {60, 1, 0, 200}, kScale, false, nullptr}};
   int column = 0;
   for (const Transform& t : list) {
     const Image image;

@@ -28,12 +28,12 @@ convert "$work/kestrel-480.png" -alpha off $strip kestrel.png
 convert "$work/kestrel-480.png" -alpha off -strip -quality 85 kestrel.jpg
 convert "$kestrel" -alpha off -dither FloydSteinberg -colors 128 -interlace GIF kestrel.gif
 convert "$kestrel" -alpha off bmp3:kestrel.bmp
-convert "$kestrel" -alpha off -compress RLE kestrel.tga
+convert "$kestrel" -alpha off -orient TopLeft -compress RLE kestrel.tga
 
 # Alpha, and what becomes of it where there is one bit of it.
 convert "$work/disc-192.png" $strip disc.png
 convert "$work/disc-96.png" -define bmp:format=bmp4 bmp:disc.bmp
-convert "$work/disc-96.png" -compress none disc.tga
+convert "$work/disc-96.png" -orient TopLeft -compress none disc.tga
 convert "$work/disc-192.png" -background white -alpha background -channel A -threshold 60% +channel \
   -colors 64 disc.gif
 
@@ -45,8 +45,9 @@ convert "$work/calendar-64.png" -background white -alpha remove -alpha off +dith
   -type palette -compress RLE bmp3:calendar-8bit-rle.bmp
 convert "$work/invoice-64.png" -background white -alpha remove -alpha off \
   -define bmp:subtype=RGB565 bmp:invoice-16bit.bmp
-convert "$kestrel" -alpha off -colorspace gray -compress none kestrel-gray.tga
-convert "$work/coins-64.png" -background white -alpha remove -alpha off +dither -colors 100 \
+# Without an orientation convert writes the upper row first and calls it the lowest.
+convert "$kestrel" -alpha off -flip -colorspace gray -compress none kestrel-gray.tga
+convert "$work/coins-64.png" -flip -background white -alpha remove -alpha off +dither -colors 100 \
   -type palette coins-palette.tga
 
 # Icons with PNG entries of 256 pixels, and a cursor whose hot spot is the tip.

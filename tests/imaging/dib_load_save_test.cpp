@@ -114,14 +114,31 @@ TEST_F(LoadChain, AsksEachReaderInOrderUntilOneTakesTheData) {
 }
 
 TEST_F(LoadChain, AFileTakenButNotDecodedGoesToTheLibraryButNotToTheLastReader) {
-  told.taker = 'P';
+  told.taker = 'I';
   told.decodes = false;
   EXPECT_FALSE(image->LoadPicture_Stream(data));
-  EXPECT_EQ(told.visited, "PL");
+  EXPECT_EQ(told.visited, "PGIL");
   image->set_isGDIplusEnabled(false);
   told.visited.clear();
   EXPECT_FALSE(image->LoadPicture_Stream(data));
+  EXPECT_EQ(told.visited, "PGI");
+}
+
+TEST_F(LoadChain, ADamagedPngGoesNowhereElse) {
+  told.taker = 'P';
+  told.decodes = false;
+  EXPECT_FALSE(image->LoadPicture_Stream(data));
   EXPECT_EQ(told.visited, "P");
+  EXPECT_EQ(image->ImageType(), ImageFormat::Error);
+}
+
+TEST_F(LoadChain, DamagedFilesOfOurOwnFormatsGoToNoDecoderOfThePlatform) {
+  for (const std::string_view signature : {"BM", "GIF89a"}) {
+    std::copy(signature.begin(), signature.end(), data.begin());
+    told.visited.clear();
+    EXPECT_FALSE(image->LoadPicture_Stream(data));
+    EXPECT_EQ(told.visited, "PGIBT");
+  }
 }
 
 TEST_F(LoadChain, OnlyTheFirstReadersErrorIsTold) {

@@ -36,6 +36,15 @@ TEST(Samples, KeepTheirAlpha) {
   EXPECT_EQ(alpha("pointer.cur"), AlphaType::Complex);
 }
 
+TEST(Samples, StandTheSameWayUpInEveryFormat) {
+  for (const char* name : {"kestrel", "disc"}) {
+    c32bppDIB bitmap, tga;
+    ASSERT_TRUE(read_sample(kSamples / (std::string(name) + ".bmp"), bitmap));
+    ASSERT_TRUE(read_sample(kSamples / (std::string(name) + ".tga"), tga));
+    EXPECT_TRUE(pixels(bitmap) == pixels(tga)) << name;
+  }
+}
+
 #if !defined(_WIN32)
 std::vector<std::filesystem::path> samples() {
   std::vector<std::filesystem::path> out;
