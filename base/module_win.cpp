@@ -18,6 +18,7 @@ struct TypeCache {
   std::mutex mutex;
   ComPtr<ITypeLib> library;
   std::map<GUID, ComPtr<ITypeInfo>, GuidLess> infos;
+  std::map<GUID, std::map<std::wstring, DISPID, std::less<>>, GuidLess> member_ids;
 };
 
 // Never destroyed by the run-time: COM may be gone by then. release_type_infos() empties it in
@@ -66,10 +67,27 @@ ComPtr<ITypeInfo> type_info(const GUID& guid) {
   return info;
 }
 
+DISPID member_id(const GUID& interface_id, const wchar_t* name) {
+  TypeCache& types = cache();
+  {
+    const std::lock_guard lock(types.mutex);
+    const auto& known = types.member_ids[interface_id];
+    if (const auto found = known.find(name); found != known.end()) return found->second;
+  }
+  DISPID id = DISPID_UNKNOWN;
+  auto* text = const_cast<wchar_t*>(name);
+  const auto info = type_info(interface_id);
+  if (!info || FAILED(info->GetIDsOfNames(&text, 1, &id))) id = DISPID_UNKNOWN;
+  const std::lock_guard lock(types.mutex);
+  types.member_ids[interface_id].emplace(name, id);
+  return id;
+}
+
 void release_type_infos() {
   TypeCache& types = cache();
   const std::lock_guard lock(types.mutex);
   types.infos.clear();
+  types.member_ids.clear();
   types.library.reset();
 }
 

@@ -17,6 +17,10 @@ long module_locks();
 /// module carries no type library.
 ComPtr<ITypeInfo> type_info(const GUID& guid);
 
+/// The dispatch id of a member of one interface of the library, DISPID_UNKNOWN if it has none of
+/// that name; looked up once and kept.
+DISPID member_id(const GUID& interface_id, const wchar_t* name);
+
 /// Drops cached type information; called when the module goes.
 void release_type_infos();
 

@@ -6,9 +6,14 @@
 #define IDB_TOOLBOX_USOPTIONBUTTON 1002
 #define IDB_TOOLBOX_USBUTTON 1003
 #define IDB_TOOLBOX_USSCROLLBAR 1005
+#define IDB_TOOLBOX_USALPHAIMAGE 1006
+#define IDB_TOOLBOX_USIMAGELIST 1029
 
 #define IDB_CHECK_MARKS 101
 // PNG files under a resource type of their own, "OPTIONBUTTON".
 #define IDP_OPTION_MARKS 101
+
+// What a USImageList shows in the designer: a PNG under RCDATA.
+#define IDP_IMAGE_LIST 129
 
 #define IDD_ABOUT 201

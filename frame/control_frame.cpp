@@ -3,6 +3,7 @@
 
 #include "frame/about.h"
 #include "frame/himetric.h"
+#include "frame/platform.h"
 
 namespace kestrelon {
 
@@ -68,9 +69,8 @@ void ControlFrame::property_changed(const wchar_t* name) {
   dirty_ = true;
   ambient_missing_ = false;  // the host has begun to set properties: they stay
   if (notify_point_.empty()) return;
-  DISPID id = DISPID_UNKNOWN;
-  auto* text = const_cast<wchar_t*>(name);
-  if (FAILED(ids_of_names(IID_NULL, &text, 1, &id))) return;
+  const DISPID id = member_id(class_info().interface_id, name);
+  if (id == DISPID_UNKNOWN) return;
   const Hold hold(*this);
   for (const auto& sink : notify_point_.sinks<IPropertyNotifySink>()) sink->OnChanged(id);
 }
@@ -89,7 +89,13 @@ void ControlFrame::invalidate() {
 }
 
 void ControlFrame::update_now() {
-  if (window_ != nullptr) UpdateWindow(window_);
+  if (window_ != nullptr) {
+    UpdateWindow(window_);
+    return;
+  }
+  HWND container = nullptr;
+  if (windowless_site_ && in_place_site_ && SUCCEEDED(in_place_site_->GetWindow(&container)))
+    RedrawWindow(container, &place_, nullptr, RDW_UPDATENOW | RDW_NOCHILDREN);
 }
 
 void ControlFrame::send_tab(bool backwards) {
@@ -138,7 +144,33 @@ void ControlFrame::release_mouse() {
 
 bool ControlFrame::pointer_over_window() const {
   POINT point{};
-  return window_ != nullptr && GetCursorPos(&point) && WindowFromPoint(point) == window_;
+  if (!GetCursorPos(&point)) return false;
+  if (!windowless_) return window_ != nullptr && WindowFromPoint(point) == window_;
+  HWND container = nullptr;
+  if (!in_place_site_ || FAILED(in_place_site_->GetWindow(&container)) ||
+      WindowFromPoint(point) != container)
+    return false;
+  ScreenToClient(container, &point);
+  return PtInRect(&place_, point) && hit({point.x - place_.left, point.y - place_.top});
+}
+
+void ControlFrame::track_leave() {
+  if (!windowless_) return TrackMouseLeave(window_);
+  // Short enough to look immediate, long enough to cost nothing. A pointer that moves within the
+  // control without a word from the container is over something that covers it.
+  constexpr UINT kInterval = 50;
+  leave_watch_.start(kInterval, [this] {
+    POINT point{};
+    GetCursorPos(&point);
+    const bool told = point.x == last_move_.x && point.y == last_move_.y;
+    if (!told || !pointer_over_window()) report_leave();
+  });
+}
+
+void ControlFrame::report_leave() {
+  leave_watch_.stop();
+  const Hold hold(*this);
+  window_message_after(WM_MOUSELEAVE, 0, 0);
 }
 
 void ControlFrame::apply_enabled() {

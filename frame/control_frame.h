@@ -14,11 +14,16 @@
 
 #include "base/property_stream.h"
 #include "frame/ambient.h"
+#include "frame/private_timer.h"
 #include "frame/property_objects.h"
 #include "frame/self_sub.h"
 #include "frame/surface.h"
 
 namespace kestrelon {
+
+/// A registered window message; a control's window answers the number of times it has been drawn
+/// anew. What shows a change of state must cost one drawing, and what shows none no drawing.
+inline constexpr wchar_t kFullRepaintsMessage[] = L"Kestrelon2012.FullRepaints";
 
 /// How a class of controls presents itself to containers.
 struct ControlTraits {
@@ -204,6 +209,15 @@ class ControlFrame : public AutomationObject,
 
   /// The colour whose pixels let through what lies behind, or CLR_INVALID for an opaque control.
   virtual COLORREF mask_colour() const { return CLR_INVALID; }
+  /// The outline of a control that is no rectangle, in its pixels; null otherwise. The caller
+  /// deletes it. Its window, if it has one, the control cuts itself.
+  virtual HRGN outline() const { return nullptr; }
+  /// True for a control whose surface holds premultiplied pixels with alpha, to be drawn over what
+  /// lies behind it: the container's picture, or in a window of its own what its parent paints.
+  virtual bool has_alpha() const { return false; }
+  /// Whether a point inside the control, in its pixels, belongs to it; the mouse at any other goes
+  /// to what lies below.
+  virtual bool hit(POINT) const { return true; }
   /// The stock properties the frame needs to know; null where a control has none.
   virtual const Property<bool>* enabled_property() const { return nullptr; }
   virtual FontProperty* font_property() { return nullptr; }
@@ -236,8 +250,11 @@ class ControlFrame : public AutomationObject,
   void request_size(int width, int height);
   /// The container's object for this control, with `Parent` and `Container`; null without one.
   ComPtr<IDispatch> extender() const;
-  /// True when the pointer is over this very window (children and windows above do not count).
+  /// True when the pointer is over this very window (children and windows above do not count), or
+  /// over the control's part of the container's window when it has none of its own.
   bool pointer_over_window() const;
+  /// Asks for one WM_MOUSELEAVE at window_message_after() when the pointer leaves.
+  void track_leave();
   void apply_enabled();
   void apply_mouse_pointer();
 
@@ -265,9 +282,13 @@ class ControlFrame : public AutomationObject,
   void handle_focus(bool gained);
   bool set_cursor();
   void paint_window();
+  void report_leave();
+  /// A disabled window gets no input from the system; without a window that is the control's care.
+  bool takes_input() const;
   void grab_focus();
   // control_view.cpp
   void draw_to(HDC dc, const RECT& bounds);
+  void draw_over_parent(HDC dc);
   void update_window_shape();
   // control_persist.cpp
   void run_init_properties();
@@ -300,6 +321,9 @@ class ControlFrame : public AutomationObject,
   int height_ = 0;
   std::wstring access_keys_;
   HCURSOR own_cursor_ = nullptr;
+  PrivateTimer leave_watch_;  // without a window no one tells of the pointer's leaving
+  POINT last_move_{};         // where the container last sent the pointer to us; screen
+  LONG full_repaints_ = 0;    // drawings of the whole surface, for those who ask by message
   int freeze_count_ = 0;
   short buttons_down_ = 0;
 

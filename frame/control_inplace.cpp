@@ -128,6 +128,7 @@ STDMETHODIMP ControlFrame::InPlaceDeactivate() {
     UIDeactivate();
     if (!in_place_active_) return;
     in_place_active_ = false;
+    leave_watch_.stop();
     if (window_ != nullptr) {
       DestroyWindow(window_);  // WM_NCDESTROY clears window_
     } else if (visible_) {
@@ -177,14 +178,27 @@ STDMETHODIMP ControlFrame::SetObjectRects(LPCRECT place, LPCRECT clip) {
   });
 }
 
+bool ControlFrame::takes_input() const {
+  const Property<bool>* const enabled = enabled_property();
+  return enabled == nullptr || enabled->get();
+}
+
 STDMETHODIMP ControlFrame::OnWindowMessage(UINT message, WPARAM wparam, LPARAM lparam,
                                            LRESULT* out) {
   if (!windowless_ || out == nullptr) return E_UNEXPECTED;
   const Hold hold(*this);
   try {
     *out = 0;
-    // The container speaks in its own coordinates.
-    if (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST) {
+    const bool mouse = message >= WM_MOUSEFIRST && message <= WM_MOUSELAST;
+    if ((mouse || (message >= WM_KEYFIRST && message <= WM_KEYLAST)) && !takes_input())
+      return S_FALSE;
+    if (message == WM_MOUSELEAVE && leave_watch_.running()) {
+      report_leave();
+      return S_OK;
+    }
+    if (message == WM_MOUSEMOVE) GetCursorPos(&last_move_);
+    // The container speaks in its own coordinates; the wheel, in those of the screen.
+    if (mouse && message != WM_MOUSEWHEEL && message != WM_MOUSEHWHEEL) {
       const int x = static_cast<short>(LOWORD(lparam)) - static_cast<int>(place_.left);
       const int y = static_cast<short>(HIWORD(lparam)) - static_cast<int>(place_.top);
       lparam = MAKELPARAM(x, y);

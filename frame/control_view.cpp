@@ -6,6 +6,31 @@
 
 namespace kestrelon {
 
+namespace {
+
+// Clips a context to an outline whose corner lies at a point of it, for as long as this lives.
+class OutlineClip {
+ public:
+  OutlineClip(HDC dc, HRGN outline, POINT corner) : dc_(dc), saved_(outline ? SaveDC(dc) : 0) {
+    if (outline == nullptr) return;
+    LPtoDP(dc, &corner, 1);  // clipping is in device units
+    OffsetRgn(outline, corner.x, corner.y);
+    ExtSelectClipRgn(dc, outline, RGN_AND);
+    DeleteObject(outline);
+  }
+  ~OutlineClip() {
+    if (saved_ != 0) RestoreDC(dc_, saved_);
+  }
+  OutlineClip(const OutlineClip&) = delete;
+  OutlineClip& operator=(const OutlineClip&) = delete;
+
+ private:
+  HDC dc_;
+  int saved_;
+};
+
+}  // namespace
+
 void ControlFrame::draw_to(HDC dc, const RECT& bounds) {
   ensure_initialised();
   if (!surface_) set_size(width_, height_);
@@ -13,10 +38,16 @@ void ControlFrame::draw_to(HDC dc, const RECT& bounds) {
   const int width = static_cast<int>(bounds.right - bounds.left);
   const int height = static_cast<int>(bounds.bottom - bounds.top);
   const COLORREF mask = mask_colour();
-  if (mask != CLR_INVALID) {
+  const bool same_size = width == surface_.width() && height == surface_.height();
+  const OutlineClip clip(dc, same_size ? outline() : nullptr, {bounds.left, bounds.top});
+  if (has_alpha()) {
+    constexpr BLENDFUNCTION kOver{AC_SRC_OVER, 0, 255, AC_SRC_ALPHA};
+    AlphaBlend(dc, bounds.left, bounds.top, width, height, surface_.dc(), 0, 0, surface_.width(),
+               surface_.height(), kOver);
+  } else if (mask != CLR_INVALID) {
     TransparentBlt(dc, bounds.left, bounds.top, width, height, surface_.dc(), 0, 0,
                    surface_.width(), surface_.height(), mask);
-  } else if (width == surface_.width() && height == surface_.height()) {
+  } else if (same_size) {
     BitBlt(dc, bounds.left, bounds.top, width, height, surface_.dc(), 0, 0, SRCCOPY);
   } else {
     const int saved = SaveDC(dc);
@@ -28,7 +59,22 @@ void ControlFrame::draw_to(HDC dc, const RECT& bounds) {
   }
 }
 
+void ControlFrame::draw_over_parent(HDC dc) {
+  const HWND parent = GetParent(window_);
+  POINT corner{};
+  MapWindowPoints(window_, parent, &corner, 1);
+  const int saved = SaveDC(dc);
+  POINT origin{};
+  OffsetViewportOrgEx(dc, -corner.x, -corner.y, &origin);
+  SetBrushOrgEx(dc, origin.x - corner.x, origin.y - corner.y, nullptr);
+  SendMessageW(parent, WM_ERASEBKGND, reinterpret_cast<WPARAM>(dc), 0);
+  SendMessageW(parent, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(dc), PRF_CLIENT);
+  RestoreDC(dc, saved);
+  draw_to(dc, {0, 0, width_, height_});
+}
+
 void ControlFrame::surface_changed() {
+  ++full_repaints_;
   update_window_shape();
   invalidate();
 }
@@ -92,7 +138,7 @@ STDMETHODIMP ControlFrame::GetExtent(DWORD aspect, LONG, DVTARGETDEVICE*, SIZEL*
 STDMETHODIMP ControlFrame::GetRect(DWORD aspect, RECTL* out) {
   if (out == nullptr) return E_POINTER;
   *out = {};
-  const bool transparent = mask_colour() != CLR_INVALID;
+  const bool transparent = has_alpha() || mask_colour() != CLR_INVALID;
   if (aspect != (transparent ? DVASPECT_TRANSPARENT : DVASPECT_OPAQUE)) return DV_E_DVASPECT;
   *out = {0, 0, extent_.cx, extent_.cy};
   return S_OK;
@@ -100,7 +146,8 @@ STDMETHODIMP ControlFrame::GetRect(DWORD aspect, RECTL* out) {
 
 STDMETHODIMP ControlFrame::GetViewStatus(DWORD* status) {
   if (status == nullptr) return E_POINTER;
-  *status = mask_colour() == CLR_INVALID ? VIEWSTATUS_OPAQUE | VIEWSTATUS_SOLIDBKGND : 0;
+  *status =
+      !has_alpha() && mask_colour() == CLR_INVALID ? VIEWSTATUS_OPAQUE | VIEWSTATUS_SOLIDBKGND : 0;
   return S_OK;
 }
 
@@ -108,8 +155,16 @@ STDMETHODIMP ControlFrame::QueryHitPoint(DWORD aspect, LPCRECT bounds, POINT poi
                                          DWORD* out) {
   if (bounds == nullptr || out == nullptr) return E_POINTER;
   if (aspect != DVASPECT_CONTENT) return DV_E_DVASPECT;
-  *out = PtInRect(bounds, point) ? HITRESULT_HIT : HITRESULT_OUTSIDE;
-  return S_OK;
+  *out = HITRESULT_OUTSIDE;
+  if (!PtInRect(bounds, point)) return S_OK;
+  return call([&] {
+    // The bounds are those of the container's choice, in its own units if it scales.
+    const int width = static_cast<int>(bounds->right - bounds->left);
+    const int height = static_cast<int>(bounds->bottom - bounds->top);
+    const POINT own{MulDiv(static_cast<int>(point.x - bounds->left), width_, width),
+                    MulDiv(static_cast<int>(point.y - bounds->top), height_, height)};
+    if (hit(own)) *out = HITRESULT_HIT;
+  });
 }
 
 STDMETHODIMP ControlFrame::QueryHitRect(DWORD aspect, LPCRECT bounds, LPCRECT area, LONG,

@@ -43,6 +43,11 @@ short button_of(UINT message) {
   }
 }
 
+UINT full_repaints_message() {
+  static const UINT message = RegisterWindowMessageW(kFullRepaintsMessage);
+  return message;
+}
+
 }  // namespace
 
 bool ControlFrame::create_window(HWND parent, const RECT& place) {
@@ -125,8 +130,14 @@ bool ControlFrame::handle_message(UINT message, WPARAM wparam, LPARAM lparam, LR
       paint_window();
       return true;
     case WM_PRINTCLIENT:
-      BitBlt(reinterpret_cast<HDC>(wparam), 0, 0, width_, height_, surface_.dc(), 0, 0, SRCCOPY);
+      draw_to(reinterpret_cast<HDC>(wparam), {0, 0, width_, height_});
       return true;
+    case WM_NCHITTEST: {
+      POINT point{GET_X_LPARAM(lparam), GET_Y_LPARAM(lparam)};
+      if (window_ == nullptr || !ScreenToClient(window_, &point) || hit(point)) return false;
+      result = HTTRANSPARENT;
+      return true;
+    }
     case WM_ERASEBKGND:
       result = 1;
       return true;
@@ -164,6 +175,10 @@ bool ControlFrame::handle_message(UINT message, WPARAM wparam, LPARAM lparam, LR
     case WM_SYSKEYUP:
       return handle_key(message, wparam);
     default:
+      if (message == full_repaints_message()) {
+        result = full_repaints_;
+        return true;
+      }
       return message >= WM_MOUSEMOVE && message <= WM_MBUTTONDBLCLK &&
              handle_mouse(message, wparam, lparam);
   }
@@ -261,7 +276,14 @@ void ControlFrame::paint_window() {
   const HDC dc = BeginPaint(window_, &paint);
   if (dc == nullptr) return;
   const RECT& area = paint.rcPaint;
-  if (surface_) {
+  if (has_alpha()) {
+    DibSection whole;
+    if (whole.create(width_, height_)) {
+      draw_over_parent(whole.dc());
+      BitBlt(dc, area.left, area.top, area.right - area.left, area.bottom - area.top, whole.dc(),
+             area.left, area.top, SRCCOPY);
+    }
+  } else if (surface_) {
     BitBlt(dc, area.left, area.top, area.right - area.left, area.bottom - area.top, surface_.dc(),
            area.left, area.top, SRCCOPY);
   }
@@ -330,7 +352,7 @@ void ControlFrame::apply_mouse_pointer() {
     own_cursor_ = CopyCursor(reinterpret_cast<HCURSOR>(static_cast<LONG_PTR>(icon->handle())));
   }
   if (old != nullptr) DestroyCursor(old);
-  if (window_ != nullptr && pointer_over_window())
+  if (!windowless_ && pointer_over_window())
     SendMessageW(window_, WM_SETCURSOR, reinterpret_cast<WPARAM>(window_),
                  MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
 }

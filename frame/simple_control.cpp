@@ -1,7 +1,6 @@
 #include "frame/simple_control.h"
 
 #include "frame/kit/access_key.h"
-#include "frame/platform.h"
 
 namespace kestrelon {
 namespace {
@@ -50,7 +49,7 @@ void SimpleControl::mouse_move(short button, short shift, float x, float y) {
   if (!user_mode()) return;
   switch (hover_.moved(pointer_over_window())) {
     case Hover::Move::kEnter:
-      TrackMouseLeave(window());
+      track_leave();
       repaint_control(kNormal, true);
       raise_mouse_enter();
       break;

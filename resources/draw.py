@@ -111,3 +111,16 @@ def stroke(points, width):
 
 def disc(centre_x, centre_y, radius):
     return lambda x, y: (x - centre_x) ** 2 + (y - centre_y) ** 2 <= radius * radius
+
+
+def polygon(points):
+    """The predicate of a closed polygon, by the even-odd rule."""
+
+    def inside(x, y):
+        odd = False
+        for (x1, y1), (x2, y2) in zip(points, points[1:] + points[:1]):
+            if (y1 > y) != (y2 > y) and x < (x2 - x1) * (y - y1) / (y2 - y1) + x1:
+                odd = not odd
+        return odd
+
+    return inside

@@ -12,6 +12,7 @@ from typelib import gather_text
 
 COCLASS = re.compile(r"\[([^\]]*)\]\s*coclass\s+(\w+)")
 CONTROL_STATUS = "recomposeonresize,cantlinkinside,insideout,activatewhenvisible,setclientsitefirst"
+EXTRA_STATUS = {"USImageList": ",invisibleatruntime"}
 
 
 def guid(text):
@@ -32,7 +33,10 @@ def main():
         f'    <typelib tlbid="{library}" version="1.0" helpdir="" flags="CONTROL"/>',
     ]
     for attributes, name in COCLASS.findall(text):
-        status = f' miscStatusContent="{CONTROL_STATUS}"' if re.search(r"\bcontrol\b", attributes) else ""
+        if "noncreatable" in attributes:
+            continue
+        status = CONTROL_STATUS + EXTRA_STATUS.get(name, "")
+        status = f' miscStatusContent="{status}"' if re.search(r"\bcontrol\b", attributes) else ""
         lines += [
             f'    <comClass clsid="{guid(attributes)}" tlbid="{library}" threadingModel="Apartment"',
             f'              progid="Kestrelon2012.{name}"{status}>',

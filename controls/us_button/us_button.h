@@ -197,6 +197,7 @@ class USButton final : public USButtonGlue<USButton, ControlFrame>, private Butt
   // us_button_paint.cpp
   void lay_out();
   void apply_shape();
+  HRGN outline() const override;
   void draw(int state);
   ColorRef draw_face(int state);
   ColorRef draw_focus(int state);
@@ -211,6 +212,12 @@ class USButton final : public USButtonGlue<USButton, ControlFrame>, private Butt
   bool has_dib_ = false;
   bool last_focus_ = false;
   bool layout_dirty_ = true;
+  struct Cut {
+    HWND window;
+    int width, height, shape;
+    bool operator==(const Cut&) const = default;
+  };
+  Cut last_cut_{};  // what the window was last cut to
   bool paint_suspended_ = false;
   bool paint_missed_ = false;
   bool in_batch_ = false;

@@ -52,7 +52,7 @@ void USButton::window_message_after(UINT message, WPARAM wparam, LPARAM) {
 }
 
 void USButton::track_leave() {
-  TrackMouseLeave(window());
+  ControlFrame::track_leave();
 }
 
 bool USButton::ask_default() const {

@@ -23,12 +23,22 @@ RECT to_rect(const PixelRect& r) {
 
 }  // namespace
 
-void USButton::apply_shape() {
-  if (window() == nullptr) return;
+HRGN USButton::outline() const {
   const int shape = ButtonShape.get();
   const bool known = shape >= Cut_None && shape <= Cut_Sides;
-  SetRoundRegion(window(), width(), height(), kCornerDiameter, kCornerDiameter,
-                 known ? static_cast<SquareSides>(shape) : SquareSides::kNone);
+  return round_region(width(), height(), kCornerDiameter, kCornerDiameter,
+                      known ? static_cast<SquareSides>(shape) : SquareSides::kNone);
+}
+
+void USButton::apply_shape() {
+  if (window() == nullptr) return;
+  // Cutting a window to the shape it has makes the system paint it and its neighbours again.
+  const Cut cut{window(), width(), height(), static_cast<int>(ButtonShape.get())};
+  if (cut == last_cut_) return;
+  last_cut_ = cut;
+  const HRGN region = outline();
+  // The window owns the region from here on, unless it refuses it.
+  if (region != nullptr && !SetWindowRgn(window(), region, TRUE)) DeleteObject(region);
 }
 
 void USButton::lay_out() {

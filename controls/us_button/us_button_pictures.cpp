@@ -4,6 +4,7 @@
 #include "frame/himetric.h"
 #include "frame/kit/blit.h"
 #include "frame/kit/lines.h"
+#include "imaging/image_list/image_list_entry_win.h"
 #include "services/late_object_win.h"
 
 namespace kestrelon {
@@ -206,20 +207,8 @@ bool USButton::load_image_from_resource(IDispatch* global, const VARIANT& sectio
 
 bool USButton::load_image_from_us_image_list(IDispatch* list, const VARIANT& index,
                                              const VARIANT& key) {
-  try {
-    LateObject lists = LateObject(ComPtr<IDispatch>(list)).get_object(L"ImageLists");
-    Variant which(1L), image;  // the first list unless one is named
-    if (V_VT(&key) != VT_ERROR) VariantCopyInd(which.put(), const_cast<VARIANT*>(&key));
-    VariantCopyInd(image.put(), const_cast<VARIANT*>(&index));
-    LateObject images = object_of(lists.call(L"Item", {which})).get_object(L"Images");
-    const auto number = number_of(images.call(L"ExtractIcon", {image}));
-    const auto icon = reinterpret_cast<HICON>(static_cast<LONG_PTR>(number));
-    const bool loaded = load_image_from_handle(static_cast<long>(number));
-    if (icon != nullptr) DestroyIcon(icon);
-    return loaded;
-  } catch (const ComError&) {
-    return false;
-  }
+  return load_image(
+      [&](c32bppDIB& image) { return copy_image_list_entry(list, key, index, image); });
 }
 
 SAFEARRAY* USButton::picture32_dib() const {

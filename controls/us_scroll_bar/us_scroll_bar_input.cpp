@@ -98,7 +98,7 @@ void USScrollBar::repeat() {
 void USScrollBar::mouse_move(short, short, float x, float y) {
   if (!user_mode()) return;
   last_point_ = {static_cast<LONG>(x), static_cast<LONG>(y)};
-  if (hover_.moved(pointer_over_window()) == Hover::Move::kEnter) TrackMouseLeave(window());
+  if (hover_.moved(pointer_over_window()) == Hover::Move::kEnter) track_leave();
   switch (hit_part_) {
     case BarPart::kNone:
       draw_if_changed();

@@ -96,7 +96,7 @@ class Stage {
 
 }  // namespace
 
-void draw_text(HDC hdc, const RECT& place, const std::wstring& text, TextStyle style) {
+void draw_text(HDC hdc, const RECT& place, const std::wstring& text, TextStyle style, UINT align) {
   const TextLook how = look_of(style);
   HFONT font = CreateFontW(-how.height, 0, 0, 0, how.weight, FALSE, FALSE, FALSE, DEFAULT_CHARSET,
                            OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, CLEARTYPE_QUALITY,
@@ -105,7 +105,7 @@ void draw_text(HDC hdc, const RECT& place, const std::wstring& text, TextStyle s
   SetBkMode(hdc, TRANSPARENT);
   SetTextColor(hdc, how.color);
   RECT area = place;
-  DrawTextW(hdc, text.c_str(), static_cast<int>(text.size()), &area, how.format);
+  DrawTextW(hdc, text.c_str(), static_cast<int>(text.size()), &area, how.format | align);
   SelectObject(hdc, before);
   DeleteObject(font);
 }

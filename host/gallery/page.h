@@ -26,7 +26,9 @@ constexpr int kPageWidth = 840;
 }  // namespace look
 
 enum class TextStyle { kTitle, kSubtitle, kSection, kLabel, kSmall, kCentred };
-void draw_text(HDC hdc, const RECT& place, const std::wstring& text, TextStyle style);
+/// `align` is added to the style's own flags of DrawText.
+void draw_text(HDC hdc, const RECT& place, const std::wstring& text, TextStyle style,
+               UINT align = DT_LEFT);
 
 /// What a control goes through when its picture is taken.
 enum class Situation { kAway, kOver, kPressed, kFocused };

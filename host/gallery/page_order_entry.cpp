@@ -43,7 +43,8 @@ constexpr Item kItems[] = {
 };
 
 void items(Page& page, int y) {
-  constexpr int kColumns[] = {0, 70, 440, 530, 640, kWidth - kBar};
+  constexpr int kColumns[] = {0, 70, 440, 530, 650, kWidth - kBar};
+  constexpr int kFirstNumber = 2;  // this column and those after it hold numbers
   constexpr Item kHeads = {{L"Código", L"Descrição", L"Quant.", L"Unitário", L"Total"}};
   constexpr int kRow = 22;
   const int rows = static_cast<int>(std::size(kItems));
@@ -60,7 +61,7 @@ void items(Page& page, int y) {
             draw_text(
                 hdc,
                 {area.left + kColumns[i] + 8, top + 3, area.left + kColumns[i + 1] - 8, top + kRow},
-                item.cells[i], TextStyle::kLabel);
+                item.cells[i], TextStyle::kLabel, i < kFirstNumber ? DT_LEFT : DT_RIGHT);
         }
       });
   page.control(L"Kestrelon2012.USScrollBar",

@@ -6,7 +6,7 @@ from pathlib import Path
 
 HERE = Path(__file__).resolve().parent
 sys.path.insert(0, str(HERE.parent))
-from draw import Canvas, disc, stroke, vertical
+from draw import Canvas, disc, polygon, stroke, vertical
 
 GRAY = (0xC0, 0xC0, 0xC0)
 BORDER = (0x2F, 0x5F, 0x9E)
@@ -40,6 +40,25 @@ def us_button(canvas):
     canvas.frame(1, 3, 15, 12, BORDER)
     canvas.rectangle(4, 6, 12, 7, (0x3A, 0x3A, 0x3A))
     canvas.rectangle(4, 8, 10, 9, (0x3A, 0x3A, 0x3A))
+
+
+def us_alpha_image(canvas):
+    canvas.rectangle(1, 1, 15, 14, vertical((0xDF, 0xEE, 0xFC), (0xFF, 0xFF, 0xFF), 1, 14))
+    canvas.fill(disc(11.0, 4.6, 1.9), (0xF2, 0xB1, 0x2A), 1, 1, 15, 14)
+    for left, peak, right, top, shade in ((1, 5, 10, 5, (0x4E, 0x9A, 0x5B)), (6, 11, 15, 8, (0x2C, 0x74, 0x45))):
+        for row in range(top, 13):
+            reach = row - top
+            canvas.rectangle(max(left, peak - reach), row, min(right, peak + reach + 1), row + 1, shade)
+    canvas.frame(1, 1, 15, 14, BORDER)
+
+
+def us_image_list(canvas):
+    for left, top in ((1, 1), (3, 3), (5, 5)):
+        canvas.rectangle(left, top, left + 10, top + 9, FACE)
+        canvas.frame(left, top, left + 10, top + 9, BORDER)
+    canvas.rectangle(6, 6, 14, 13, vertical((0xBF, 0xE0, 0xF8), (0xF4, 0xF9, 0xFE), 6, 13))
+    canvas.fill(disc(12.0, 8.0, 1.4), (0xE8, 0xA0, 0x20), 6, 6, 14, 13)
+    canvas.fill(polygon([(6, 13), (9.2, 8.6), (11.2, 11.2), (12.2, 10.2), (14, 13)]), MARK, 6, 6, 14, 13)
 
 
 ICONS = {name: draw for name, draw in list(globals().items()) if name.startswith("us_")}

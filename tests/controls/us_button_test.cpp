@@ -3,6 +3,7 @@
 
 #include "controls/us_button/us_button_face.h"
 #include "frame/dib_section.h"
+#include "frame/kit/lines.h"
 #include "host/property_text.h"
 #include "tests/controls/control_fixture.h"
 
@@ -205,6 +206,26 @@ TEST_F(ButtonTest, CutsItsCornersByShape) {
     EXPECT_TRUE(PtInRegion(region, 0, 20) && PtInRegion(region, kWidth - 1, 20));
   }
   DeleteObject(region);
+}
+
+TEST_F(ButtonTest, DrawsItsOutlineWithoutAWindowToo) {
+  const ComPtr<IUnknown> loose = library().create(L"Kestrelon2012.USButton");
+  query<IPersistStreamInit>(loose.get())->InitNew();
+  constexpr COLORREF kBehind = RGB(255, 0, 255);
+  constexpr RECTL kPlace{5, 7, 105, 39};
+  DibSection memory;
+  memory.create(120, 60);
+  fill_rect(memory.pixels(), memory.pixels().bounds(), kBehind);
+  put_property(query<IDispatch>(loose.get()).get(), L"ButtonShape", Variant(1L));  // left square
+  query<IViewObject>(loose.get())
+      ->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, memory.dc(), &kPlace, nullptr,
+             nullptr, 0);
+  EXPECT_NE(GetPixel(memory.dc(), 5, 7), kBehind);
+  EXPECT_EQ(GetPixel(memory.dc(), 104, 7), kBehind);
+  EXPECT_EQ(GetPixel(memory.dc(), 104, 38), kBehind);
+  EXPECT_NE(GetPixel(memory.dc(), 104, 20), kBehind);
+  SetPixel(memory.dc(), 0, 0, 0);  // the context clips no more
+  EXPECT_EQ(GetPixel(memory.dc(), 0, 0), 0u);
 }
 
 TEST_F(ButtonTest, GrowsToFifteenPixels) {
