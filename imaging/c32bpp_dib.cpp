@@ -30,7 +30,8 @@ std::unique_ptr<PixelStore> make_heap_store(int32_t width, int32_t height) {
 }  // namespace
 
 c32bppDIB::c32bppDIB() : c32bppDIB(make_heap_store) {}
-c32bppDIB::c32bppDIB(PixelStoreFactory factory) : factory_(std::move(factory)) {
+c32bppDIB::c32bppDIB(PixelStoreFactory factory)
+    : factory_(factory ? std::move(factory) : make_heap_store) {
   set_platform_flags(imaging_bridge().facts());
 }
 c32bppDIB::~c32bppDIB() = default;

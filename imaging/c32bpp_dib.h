@@ -44,6 +44,7 @@ class c32bppDIB {
   static constexpr int64_t kMaxPixels = int64_t{1} << 28;
 
   c32bppDIB();
+  /// An empty factory stands for the heap.
   explicit c32bppDIB(PixelStoreFactory factory);
   ~c32bppDIB();
   c32bppDIB(const c32bppDIB&) = delete;

@@ -98,6 +98,13 @@ void pack_keyed(uint8_t* dst, const uint8_t* src, size_t pixels, uint8_t key) {
   }
 }
 
+void exact_straight_row(uint8_t* dst, const uint8_t* src, size_t pixels) {
+  for (size_t i = 0; i < pixels; ++i, dst += 4, src += 4) {
+    for (size_t c = 0; c < 3; ++c) dst[c] = exact_straight_byte(src[c], src[3]);
+    dst[3] = src[3];
+  }
+}
+
 void pack_rgba(uint8_t* dst, const uint8_t* straight, size_t pixels) {
   for (size_t i = 0; i < pixels; ++i, dst += 4, straight += 4) {
     dst[0] = straight[2];
@@ -109,11 +116,14 @@ void pack_rgba(uint8_t* dst, const uint8_t* straight, size_t pixels) {
 
 }  // namespace
 
-uint32_t straight_color(uint32_t premultiplied) {
+uint32_t straight_color(uint32_t premultiplied, bool exact) {
   const uint32_t alpha = premultiplied >> 24;
   uint32_t color = alpha << 24;
   for (unsigned shift : {0u, 8u, 16u}) {
-    color |= uint32_t{unpremultiply_byte(premultiplied >> shift & 255, alpha)} << shift;
+    const uint32_t stored = premultiplied >> shift & 255;
+    const uint32_t byte =
+        exact ? exact_straight_byte(stored, alpha) : unpremultiply_byte(stored, alpha);
+    color |= byte << shift;
   }
   return color;
 }
@@ -152,7 +162,11 @@ void SampleRows::read(uint8_t* dst, int32_t y) {
     case ColorType::Rgb:
       return plan_.key ? pack_keyed(dst, src, pixels, *plan_.key) : pack_rgb(dst, src, pixels);
     default:
-      unpremultiply_row(straight_.data(), src, pixels);
+      if (plan_.exact) {
+        exact_straight_row(straight_.data(), src, pixels);
+      } else {
+        unpremultiply_row(straight_.data(), src, pixels);
+      }
       return pack_rgba(dst, straight_.data(), pixels);
   }
 }

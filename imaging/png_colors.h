@@ -19,6 +19,8 @@ struct ColorPlan {
   std::vector<uint32_t> palette;
   /// Gray value that stands for transparent in an RGB image.
   std::optional<uint8_t> key;
+  /// Straight colours are rounded up, so that premultiplying them gives the same pixels again.
+  bool exact = false;
 };
 
 /// Palette for up to 256 distinct pixels; RGB without alpha, or with a key where all alphas are 0
@@ -27,7 +29,7 @@ struct ColorPlan {
 ColorPlan plan_colors(const c32bppDIB& image, std::optional<uint32_t> background);
 
 /// A palette entry as straight colour: alpha, red, green, blue from the highest byte.
-uint32_t straight_color(uint32_t premultiplied);
+uint32_t straight_color(uint32_t premultiplied, bool exact);
 
 /// Writes picture rows as samples: indices, or straight colour in the order red, green, blue,
 /// alpha.

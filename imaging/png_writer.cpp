@@ -27,12 +27,13 @@ void append_be32(Bytes& out, uint32_t value) {
 class Writer {
  public:
   Writer(const c32bppDIB& image, const PngProperties& properties, const ZlibApi& zlib,
-         const PngOutput& output)
+         const PngOutput& output, bool exact)
       : image_(image), properties_(properties), zlib_(zlib), output_(output) {
     const PngPropertyEntry* entry = properties.find(PngProperty::DefaultBkgColor);
     const int32_t color = entry ? std::get<int32_t>(entry->value) : -1;
     if (color >= 0) background_ = static_cast<uint32_t>(color) & 0xFFFFFF;
     plan_ = png::plan_colors(image, background_);
+    plan_.exact = exact;
   }
 
   bool run() {
@@ -68,7 +69,7 @@ class Writer {
     if (plan_.type != png::ColorType::Palette) return true;
     Bytes data;
     for (uint32_t entry : plan_.palette) {
-      const uint32_t color = png::straight_color(entry);
+      const uint32_t color = png::straight_color(entry, plan_.exact);
       for (int shift : {16, 8, 0}) data.push_back(static_cast<uint8_t>(color >> shift));
     }
     return write_chunk(png::kPlte, data);
@@ -93,7 +94,7 @@ class Writer {
     size_t best = 0;
     uint32_t least = std::numeric_limits<uint32_t>::max();
     for (size_t i = 0; i < plan_.palette.size(); ++i) {
-      const uint32_t color = png::straight_color(plan_.palette[i]);
+      const uint32_t color = png::straight_color(plan_.palette[i], plan_.exact);
       uint32_t distance = 0;
       for (unsigned shift : {0u, 8u, 16u}) {
         const int delta =
@@ -190,30 +191,45 @@ class Writer {
   png::ColorPlan plan_;
 };
 
-}  // namespace
-
-bool write_png(const c32bppDIB& image, const PngProperties& properties, const PngOutput& output) {
+bool write(const c32bppDIB& image, const PngProperties& properties, const PngOutput& output,
+           bool exact) {
   const ZlibApi* const zlib = find_zlib();
   if (!image.has_image() || !zlib || !zlib->compress2 || !zlib->crc32) return false;
   try {
-    return Writer(image, properties, *zlib, output).run();
+    return Writer(image, properties, *zlib, output, exact).run();
   } catch (const std::bad_alloc&) {
     return false;
   }
 }
 
-bool write_png(const c32bppDIB& image, const PngProperties& properties, std::vector<uint8_t>& out) {
+bool write_to(std::vector<uint8_t>& out, const c32bppDIB& image, const PngProperties& properties,
+              bool exact) {
   out.clear();
-  const bool written = write_png(image, properties, [&](std::span<const uint8_t> bytes) {
+  const auto append = [&](std::span<const uint8_t> bytes) {
     try {
       out.insert(out.end(), bytes.begin(), bytes.end());
       return true;
     } catch (const std::bad_alloc&) {
       return false;
     }
-  });
+  };
+  const bool written = write(image, properties, append, exact);
   if (!written) out.clear();
   return written;
+}
+
+}  // namespace
+
+bool write_png(const c32bppDIB& image, const PngProperties& properties, const PngOutput& output) {
+  return write(image, properties, output, false);
+}
+
+bool write_png(const c32bppDIB& image, const PngProperties& properties, std::vector<uint8_t>& out) {
+  return write_to(out, image, properties, false);
+}
+
+bool write_exact_png(const c32bppDIB& image, std::vector<uint8_t>& out) {
+  return write_to(out, image, PngProperties(), true);
 }
 
 }  // namespace kestrelon

@@ -25,4 +25,8 @@ bool write_png(const c32bppDIB& image, const PngProperties& properties, const Pn
 /// The same into `out`, which is replaced, and left empty on failure.
 bool write_png(const c32bppDIB& image, const PngProperties& properties, std::vector<uint8_t>& out);
 
+/// The same without properties, with straight colours rounded up: read_png gives back equal pixels,
+/// also where they are partly transparent.
+bool write_exact_png(const c32bppDIB& image, std::vector<uint8_t>& out);
+
 }  // namespace kestrelon

@@ -27,6 +27,13 @@ constexpr uint8_t unpremultiply_byte(uint32_t stored, uint32_t alpha) {
   return static_cast<uint8_t>(stored * 255 / alpha);
 }
 
+/// The same rounded up: premultiply_byte gives `stored` back from it, whatever the alpha.
+constexpr uint8_t exact_straight_byte(uint32_t stored, uint32_t alpha) {
+  if (alpha == 0) return 0;
+  if (stored >= alpha) return 255;
+  return static_cast<uint8_t>((stored * 255 + alpha - 1) / alpha);
+}
+
 /// Premultiplies `count` pixels. `dst` and `src` are the same row or do not overlap; any alignment.
 void premultiply_row(uint8_t* dst, const uint8_t* src, size_t count);
 

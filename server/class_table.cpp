@@ -1,11 +1,14 @@
 #include "server/class_table.h"
 
 #include "base/resource_ids.h"
+#include "controls/us_alpha_image/us_alpha_image.h"
 #include "controls/us_button/us_button.h"
 #include "controls/us_check_box/us_check_box.h"
+#include "controls/us_image_list/us_image_list.h"
 #include "controls/us_option_button/us_option_button.h"
 #include "controls/us_scroll_bar/us_scroll_bar.h"
 #include "imaging/c32bpp_dib/image_object_win.h"
+#include "imaging/image_list/image_lists_object_win.h"
 #include "services/ajax/kn_ajax_win.h"
 #include "services/kn/kn_win.h"
 #include "services/kn_tooltip/kn_tooltip_win.h"
@@ -46,12 +49,17 @@ std::span<const ServerClass> server_classes() {
                         ControlTraits{}.misc_status | OLEMISC_ACTSLIKEBUTTON),
       control<USScrollBar>(L"Kestrelon: barra de rolagem desenhada com imagens",
                            IDB_TOOLBOX_USSCROLLBAR),
+      control<USAlphaImage>(L"Kestrelon: imagem com transparência", IDB_TOOLBOX_USALPHAIMAGE),
       service<KN>(L"Kestrelon: funções utilitárias"),
       service<KN_MYSQL>(L"Kestrelon: cópia e manutenção de bancos MySQL"),
       service<KN_AJAX>(L"Kestrelon: requisições HTTP"),
       service<KN_REGISTRY>(L"Kestrelon: registro do Windows"),
       service<KN_TOOLTIP>(L"Kestrelon: dicas do sistema sob demanda"),
       service<ImageObject>(L"Kestrelon: imagem de 32 bits com transparência"),
+      service<ImageListsObject>(L"Kestrelon: coleção de listas de imagens"),
+      control<USImageList>(L"Kestrelon: listas de imagens para os controles de um formulário",
+                           IDB_TOOLBOX_USIMAGELIST,
+                           ControlTraits{}.misc_status | OLEMISC_INVISIBLEATRUNTIME),
   };
   return kClasses;
 }

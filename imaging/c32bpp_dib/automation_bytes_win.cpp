@@ -87,6 +87,49 @@ bool give_bytes(SAFEARRAY** out, std::span<const uint8_t> bytes, size_t row_leng
   return true;
 }
 
+SAFEARRAY* array_in(const VARIANT& argument) {
+  const VARIANT& inner = final_variable(const_cast<VARIANT*>(&argument));
+  if ((V_VT(&inner) & VT_ARRAY) == 0) return nullptr;
+  return (V_VT(&inner) & VT_BYREF) != 0 ? *V_ARRAYREF(&inner) : V_ARRAY(&inner);
+}
+
+bool give_bytes(VARIANT* out, std::span<const uint8_t> bytes) {
+  if (out == nullptr || is_missing(*out)) return false;
+  VARIANT& variable = final_variable(out);
+  if (V_VT(&variable) == (VT_ARRAY | VT_UI1 | VT_BYREF))
+    return give_bytes(V_ARRAYREF(&variable), bytes);
+  if ((V_VT(&variable) & VT_BYREF) != 0) return false;
+  SAFEARRAY* array = nullptr;
+  if (!give_bytes(&array, bytes)) return false;
+  VariantClear(&variable);
+  V_VT(&variable) = VT_ARRAY | VT_UI1;
+  V_ARRAY(&variable) = array;
+  return true;
+}
+
+void give_icon_sizes(VARIANT* out, std::span<const IconSize> sizes) {
+  SAFEARRAYBOUND bounds[2] = {{static_cast<ULONG>(sizes.size()), 0}, {3, 0}};
+  SAFEARRAY* const array = SafeArrayCreate(VT_VARIANT, 2, bounds);
+  if (array == nullptr) throw std::bad_alloc();
+  for (size_t i = 0; i < sizes.size(); ++i) {
+    const long facts[3] = {sizes[i].Width, sizes[i].Height, sizes[i].bitDepth};
+    for (LONG column = 0; column < 3; ++column) {
+      LONG place[2] = {static_cast<LONG>(i), column};
+      Variant value(facts[column]);
+      SafeArrayPutElement(array, place, &value);
+    }
+  }
+  give_array(out, array);
+}
+
+long number_in(const VARIANT* variable, long otherwise) {
+  Variant value;
+  if (variable == nullptr || is_missing(*variable)) return otherwise;
+  copy_value(value, *variable);
+  if (V_VT(&value) == VT_DISPATCH || !value.change(VT_I4)) return otherwise;
+  return V_I4(&value);
+}
+
 void give_number(VARIANT* out, long value) {
   give(out, Variant(value));
 }

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "base/com_win.h"
+#include "imaging/dib_arguments.h"
 
 namespace kestrelon {
 
@@ -35,6 +36,16 @@ class ArrayBytes {
 /// Replaces `*out` by a new array: of one dimension, or with a `row_length` above 0 of two (byte in
 /// row, row), from 0. False, and `*out` as it was, if it is fixed or in use.
 bool give_bytes(SAFEARRAY** out, std::span<const uint8_t> bytes, size_t row_length = 0);
+
+/// The array in an argument, wherever it lies, or null; it stays the caller's.
+SAFEARRAY* array_in(const VARIANT& argument);
+/// Makes a variable, or the array that it refers to, an array of these bytes. False if it can hold
+/// none.
+bool give_bytes(VARIANT* out, std::span<const uint8_t> bytes);
+/// Answers pictures of an icon as an array of (picture, fact) with width, height and depth, from 0.
+void give_icon_sizes(VARIANT* out, std::span<const IconSize> sizes);
+/// The number in a variable, or `otherwise`.
+long number_in(const VARIANT* variable, long otherwise);
 
 /// Writes into a variable handed over as VARIANT*, whatever it holds; a missing argument is left.
 void give_number(VARIANT* out, long value);

@@ -1,7 +1,7 @@
 // c32bppDIB: drawing, text, and objects of the system made of images.
 #include <olectl.h>
 
-#include "imaging/c32bpp_dib/automation_bytes_win.h"
+#include "imaging/c32bpp_dib/draw_target_win.h"
 #include "imaging/c32bpp_dib/image_object_win.h"
 #include "imaging/draw_text_win.h"
 #include "imaging/picture_convert_win.h"
@@ -9,33 +9,6 @@
 
 namespace kestrelon {
 namespace {
-
-// A Long holds all of a handle: the rest is its sign.
-template <class Handle>
-Handle handle_of(long number) {
-  return reinterpret_cast<Handle>(static_cast<LONG_PTR>(number));
-}
-
-long number_of(void* handle) {
-  return static_cast<long>(reinterpret_cast<INT_PTR>(handle));
-}
-
-// Where a drawing goes: another image or a device context.
-class Target {
- public:
-  Target(long dc, IDispatch* host)
-      : host_(native_image_of(host)), surface_(handle_of<HDC>(dc)), wrong_(host && !host_) {
-    GdiFlush();  // what is still to be drawn on either image comes first
-  }
-  bool wrong() const { return wrong_; }
-  c32bppDIB* host() const { return host_ ? &host_->native_image() : nullptr; }
-  DrawingSurface* surface() { return surface_.dc() != nullptr ? &surface_ : nullptr; }
-
- private:
-  ComPtr<NativeImage> host_;
-  DcSurface surface_;
-  bool wrong_;  // a host that is no image
-};
 
 TextPlacement placement_of(long x, long y, long width, long height, OLE_COLOR color, long opacity,
                            long format) {
@@ -51,7 +24,7 @@ bool ImageObject::render(long dc, long x, long y, long width, long height, long 
                          long from_width, long from_height, long opacity, bool blend,
                          bool half_tone, IDispatch* host, long gray, float light, float angle,
                          bool centre) {
-  Target target(dc, host);
+  DrawTarget target(dc, host);
   const RenderArguments args{x,
                              y,
                              width,
@@ -74,7 +47,7 @@ bool ImageObject::render(long dc, long x, long y, long width, long height, long 
 bool ImageObject::tile_image(long dc, long x, long y, long width, long height, long from_x,
                              long from_y, long from_width, long from_height, long opacity,
                              bool blend, bool half_tone, IDispatch* host, long gray, float light) {
-  Target target(dc, host);
+  DrawTarget target(dc, host);
   const RenderArguments args{x,
                              y,
                              width,
@@ -94,7 +67,7 @@ bool ImageObject::tile_image(long dc, long x, long y, long width, long height, l
 
 bool ImageObject::render_drop_shadow_jit(long dc, long x, long y, long depth, OLE_COLOR color,
                                          long opacity, float light, long gray, IDispatch* host) {
-  Target target(dc, host);
+  DrawTarget target(dc, host);
   return !target.wrong() &&
          image_.RenderDropShadow_JIT(target.surface(), x, y, depth, plain_color(color), opacity,
                                      light, static_cast<GrayScale>(gray), target.host());

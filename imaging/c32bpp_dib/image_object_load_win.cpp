@@ -209,18 +209,7 @@ bool ImageObject::get_pasted_file_names(VARIANT* names) {
 long ImageObject::source_icon_sizes(VARIANT* sizes) {
   std::vector<IconSize> found;
   if (!image_.SourceIconSizes(found)) return 0;
-  SAFEARRAYBOUND bounds[2] = {{static_cast<ULONG>(found.size()), 0}, {3, 0}};
-  SAFEARRAY* const array = SafeArrayCreate(VT_VARIANT, 2, bounds);
-  if (array == nullptr) throw std::bad_alloc();
-  for (size_t i = 0; i < found.size(); ++i) {
-    const long facts[3] = {found[i].Width, found[i].Height, found[i].bitDepth};
-    for (LONG column = 0; column < 3; ++column) {
-      LONG place[2] = {static_cast<LONG>(i), column};
-      Variant value(facts[column]);
-      SafeArrayPutElement(array, place, &value);
-    }
-  }
-  give_array(sizes, array);
+  give_icon_sizes(sizes, found);
   return static_cast<long>(found.size());
 }
 

@@ -233,9 +233,13 @@ bool ImageObject::scale_image(long width, long height, VARIANT* out_width, VARIA
 
 bool ImageObject::trim_image(bool update, long method, VARIANT* x, VARIANT* y, VARIANT* width,
                              VARIANT* height) {
-  const Replacing replacing(*this);
   ImageRect found;
-  if (!image_.TrimImage(update, method, found)) return false;
+  GdiFlush();
+  {
+    std::optional<Replacing> replacing;
+    if (update) replacing.emplace(*this);
+    if (!image_.TrimImage(update, method, found)) return false;
+  }
   give_number(x, found.x);
   give_number(y, found.y);
   give_number(width, found.width);
