@@ -46,8 +46,7 @@ bool ButtonInput::mouse_up(int button) {
   suppress_click_ = space_down_;
   if (space_down_ && !over()) {
     host_.set_state(kFaceDown, false);
-  } else if (pressed_button_ == kAfterDoubleClick || !over()) {
-    // After a release outside no click follows that would draw the button at rest.
+  } else if (pressed_button_ == kAfterDoubleClick) {
     host_.set_state(resting_state(), false);
   }
   if (host_.captured()) host_.release();
@@ -115,9 +114,9 @@ void ButtonInput::key_up(int key) {
 bool ButtonInput::mouse_leave() {
   hover_.left();
   if (space_down_) return false;
-  // Held down, the button stays as the last movement left it; let go, it rests.
-  const bool held = pressed_button_ == kLeftButton && mouse_pressed_;
-  if (host_.enabled()) host_.set_state(held ? kFaceAsIs : kFaceNormal, false);
+  // A button pressed with the left mouse button stays as it is until it loses the focus.
+  const bool stays = pressed_button_ == kLeftButton && has_focus_;
+  if (host_.enabled()) host_.set_state(stays ? kFaceAsIs : kFaceNormal, false);
   return true;
 }
 
@@ -137,7 +136,8 @@ void ButtonInput::got_focus() {
 void ButtonInput::lost_focus() {
   has_focus_ = false;
   forget_presses();
-  if (host_.enabled() && window_active_) host_.set_state(kFaceNormal, true);
+  // Also when the focus had come from no window of this thread: nothing else would put it at rest.
+  if (host_.enabled()) host_.set_state(kFaceNormal, true);
 }
 
 void ButtonInput::default_changed() {

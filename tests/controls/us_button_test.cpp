@@ -77,6 +77,7 @@ TEST_F(ButtonTest, ShowsEveryStateInEveryTheme) {
   set(L"ShowFocusRect", false);
   for (long theme : {0L, 1L, 2L}) {
     set(L"Theme", theme);
+    other_->take_focus();
     mouse_away();
     expect_face(L"GradientColor", L"BorderColor");
     mouse_move(window(), 10, 10);
@@ -88,10 +89,14 @@ TEST_F(ButtonTest, ShowsEveryStateInEveryTheme) {
     set(L"Enabled", false);
     expect_face(L"GradientColorDisabled", L"BorderColorDisabled");
     set(L"Enabled", true);
+    site_->take_focus();  // it went with Enabled
     part_clicks();
   }
+  mouse_click(window(), 10, 10);
   mouse_away();
-  expect_face(L"GradientColor", L"BorderColor");  // not lit for good after its clicks
+  expect_face(L"GradientColorOver", L"BorderColorOver");  // lit while it has the focus
+  other_->take_focus();
+  expect_face(L"GradientColor", L"BorderColor");
 }
 
 TEST_F(ButtonTest, RaisesNoClickForAReleaseOutsideOrTheRightButton) {
