@@ -21,6 +21,8 @@ if [ -z "$shown" ]; then
 fi
 export KESTRELON_DISPLAY=x11
 
+# Text as users' screens show it; the value is read when a program starts.
+"$here/wine32" reg add 'HKCU\Control Panel\Desktop' /v FontSmoothingType /t REG_DWORD /d 2 /f >/dev/null
 "$here/wine32" regsvr32 /s "$build_root/win32/kestrelon2012.ocx"
 rm -rf "$shots"
 mkdir -p "$shots"

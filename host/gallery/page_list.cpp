@@ -12,7 +12,7 @@ const std::vector<PageEntry>& pages() {
       {L"USOptionButton", L"Controles básicos", build_us_option_button_page},
       {L"Pedido de venda", L"Controles básicos", build_order_entry_page},
       {L"c32bppDIB", L"Imagens", build_images_page},
-      {L"Lista de imagens", L"Imagens", build_image_list_page},
+      {L"USImageList", L"Imagens", build_image_list_page},
   };
   return list;
 }

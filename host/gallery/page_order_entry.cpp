@@ -1,4 +1,5 @@
 // A small order entry form in which the basic controls work together.
+#include "host/ambients.h"
 #include "host/gallery/page.h"
 #include "host/gallery/page_list.h"
 #include "host/gallery/sample_files.h"
@@ -28,6 +29,12 @@ void field(Page& page, int x, int y, int width, const wchar_t* label, const wcha
     draw_text(hdc, {area.left + 6, area.top + 4, area.right - 4, area.bottom}, value,
               TextStyle::kLabel);
   });
+}
+
+// The font of the labels.
+void set_font(IDispatch* control) {
+  const ComPtr<IFontDisp> font = make_font(L"Segoe UI", 9);
+  put_property(control, L"Font", Variant(static_cast<IDispatch*>(font.get())));
 }
 
 struct Item {
@@ -76,6 +83,7 @@ void items(Page& page, int y) {
 void button(Page& page, const RECT& place, const wchar_t* caption, const wchar_t* file,
             bool enabled = true) {
   page.control(L"Kestrelon2012.USButton", place, [=](IDispatch* control) {
+    set_font(control);
     put_property(control, L"Caption", Variant(caption));
     put_property(control, L"Theme", Variant(0L));
     if (file != nullptr)
@@ -91,6 +99,7 @@ void choice(Page& page, const wchar_t* class_name, int x, int y, const wchar_t* 
             bool chosen) {
   page.control(std::wstring(L"Kestrelon2012.") + class_name, make_rect(x, y, 170, 20),
                [=](IDispatch* control) {
+                 set_font(control);
                  put_property(control, L"Caption", Variant(caption));
                  if (chosen) put_property(control, L"Value", Variant(1L));
                });

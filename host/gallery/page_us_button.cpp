@@ -36,10 +36,9 @@ Prepare pictured(const wchar_t* file, const wchar_t* caption, long place, long s
 }
 
 void picture_places(Page& page) {
-  constexpr const wchar_t* kPlaces[] = {
-      L"atrás do texto",   L"borda inferior",    L"abaixo do texto",
-      L"borda esquerda",   L"esquerda do texto", L"borda direita",
-      L"direita do texto", L"borda superior",    L"acima do texto"};
+  constexpr const wchar_t* kPlaces[] = {L"atrás do texto",  L"borda inferior", L"abaixo do texto",
+                                        L"borda esquerda",  L"antes do texto", L"borda direita",
+                                        L"depois do texto", L"borda superior", L"acima do texto"};
   constexpr int kStep = 90;
   for (long place = 0; place < 9; ++place) {
     const int x = look::kMargin + static_cast<int>(place) * kStep;
@@ -116,7 +115,7 @@ void build_us_button_page(Page& page) {
   page.title(L"USButton", L"Botão com temas, imagens em nove lugares, modo de marcação e dica.");
   page.section(L"Temas e estados");
   page.state_table(kProgId, 58, 30,
-                   {{L"Cantos redondos", shaped(0)},
+                   {{L"Arredondado", shaped(0)},
                     {L"Esquerda reta", shaped(1)},
                     {L"Direita reta", shaped(2)},
                     {L"Lados retos", shaped(3)}});
