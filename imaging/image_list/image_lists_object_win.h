@@ -44,7 +44,11 @@ class ImageListsObject final : public cImageListsGlue<ImageListsObject, Automati
   ComPtr<IUnknown> xcom_i_enum();
   long count() { return lists_.Count(); }
   bool compression() { return lists_.Compression(); }
-  void set_compression(bool on) { lists_.set_Compression(on); }
+  void set_compression(bool on) {
+    if (on == lists_.Compression()) return;
+    lists_.set_Compression(on);
+    changed();  // it is saved with the lists
+  }
   bool compression_needed() { return ImageLists::CompressionNeeded(); }
   long version() { return ImageLists::Version; }
   long max_images(long width, long height) { return kestrelon::max_images(width, height); }

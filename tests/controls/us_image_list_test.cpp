@@ -153,10 +153,13 @@ TEST_F(ImageListTest, TellsEachChangeOnceItIsComplete) {
   EXPECT_NE(error_of([&] { call_method(lists.get(), L"Remove", {Variant(9L)}); }), L"");
   EXPECT_NE(error_of([&] { add_list(lists.get(), 16, L"a"); }), L"");
   EXPECT_EQ(seen.size(), 5u);  // a failure is no change
+  put_property(lists.get(), L"Compression", Variant(false));  // saved with the lists
+  put_property(lists.get(), L"Compression", Variant(false));
+  EXPECT_EQ(seen.size(), 6u);
   call_method(lists.get(), L"Clear");
   EXPECT_EQ(seen.back(), 0);
-  EXPECT_EQ(take_names(*site), std::vector<std::wstring>(6, L"UpdateLists"));
-  EXPECT_EQ(number(*site, L"UpdateLists"), 6);
+  EXPECT_EQ(take_names(*site), std::vector<std::wstring>(7, L"UpdateLists"));
+  EXPECT_EQ(number(*site, L"UpdateLists"), 7);
   EXPECT_EQ(query<IPersistStreamInit>(site->control())->IsDirty(), S_OK);
 }
 
