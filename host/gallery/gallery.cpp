@@ -105,16 +105,21 @@ class GalleryWindow {
                             reinterpret_cast<HMENU>(static_cast<INT_PTR>(kListId)),
                             GetModuleHandleW(nullptr), nullptr);
     SendMessageW(list_, LB_SETITEMHEIGHT, 0, kRowHeight);
-    for (const PageEntry& entry : pages())
-      SendMessageW(list_, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(entry.name));
+    for (size_t i = 0; i < pages().size(); ++i) {
+      const PageEntry& entry = pages()[i];
+      if (i == 0 || wcscmp(entry.group, pages()[i - 1].group) != 0)
+        rows_.push_back({entry.group, nullptr});
+      rows_.push_back({entry.name, &entry});
+    }
+    for (const Row& row : rows_)
+      SendMessageW(list_, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(row.text));
   }
 
   void open(const std::wstring& name) {
-    int index = 0;
-    for (size_t i = 0; i < pages().size(); ++i)
-      if (same_name(name, pages()[i].name)) index = static_cast<int>(i);
-    SendMessageW(list_, LB_SETCURSEL, static_cast<WPARAM>(index), 0);
-    show_page(index);
+    int index = 1;  // the first page, below its heading
+    for (size_t i = 0; i < rows_.size(); ++i)
+      if (rows_[i].page && same_name(name, rows_[i].text)) index = static_cast<int>(i);
+    select(index);
   }
 
   Form& form() { return form_; }
@@ -125,8 +130,24 @@ class GalleryWindow {
   }
 
  private:
-  void show_page(int index) {
-    if (index < 0 || index >= static_cast<int>(pages().size())) return;
+  // A page, or the heading of a group of pages.
+  struct Row {
+    const wchar_t* text;
+    const PageEntry* page;
+  };
+
+  // Headings are passed over in the direction of the choice.
+  void select(int index) {
+    const int last = static_cast<int>(rows_.size()) - 1;
+    if (index < 0 || index > last) return;
+    if (!rows_[static_cast<size_t>(index)].page) index += index < selected_ && index > 0 ? -1 : 1;
+    SendMessageW(list_, LB_SETCURSEL, static_cast<WPARAM>(index), 0);
+    if (index == selected_) return;
+    selected_ = index;
+    show_page(*rows_[static_cast<size_t>(index)].page);
+  }
+
+  void show_page(const PageEntry& entry) {
     if (box_) form_.remove(*box_.get());
     RECT client = {};
     GetClientRect(form_.hwnd(), &client);
@@ -137,7 +158,7 @@ class GalleryWindow {
     POINT pointer = {};
     GetCursorPos(&pointer);
     Page page(form_, *box_.get());
-    pages()[static_cast<size_t>(index)].build(page);
+    entry.build(page);
     page_height_ = page.y() + look::kMargin;
     place_page();
     // The pictures of states borrowed the pointer.
@@ -193,7 +214,8 @@ class GalleryWindow {
   }
 
   void draw_row(const DRAWITEMSTRUCT& row) const {
-    if (row.itemID >= pages().size()) return;
+    if (row.itemID >= rows_.size()) return;
+    const Row& entry = rows_[row.itemID];
     const bool selected = (row.itemState & ODS_SELECTED) != 0;
     SetBkColor(row.hDC, selected ? look::kPaper : look::kSide);
     ExtTextOutW(row.hDC, 0, 0, ETO_OPAQUE, &row.rcItem, nullptr, 0, nullptr);
@@ -205,14 +227,15 @@ class GalleryWindow {
     }
     RECT place = row.rcItem;
     place.left += 12;
-    draw_text(row.hDC, place, pages()[row.itemID].name, TextStyle::kLabel);
+    if (!entry.page) place.top += kRowHeight / 4;
+    draw_text(row.hDC, place, entry.text, entry.page ? TextStyle::kLabel : TextStyle::kSmall);
   }
 
   bool on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result) {
     switch (message) {
       case WM_COMMAND:
         if (LOWORD(wparam) != kListId || HIWORD(wparam) != LBN_SELCHANGE) return false;
-        show_page(static_cast<int>(SendMessageW(list_, LB_GETCURSEL, 0, 0)));
+        select(static_cast<int>(SendMessageW(list_, LB_GETCURSEL, 0, 0)));
         return true;
       case WM_DRAWITEM:
         draw_row(*reinterpret_cast<const DRAWITEMSTRUCT*>(lparam));
@@ -244,6 +267,8 @@ class GalleryWindow {
   };
   std::unique_ptr<HBRUSH__, BrushDeleter> side_brush_{CreateSolidBrush(look::kSide)};
   HWND list_ = nullptr;
+  std::vector<Row> rows_;
+  int selected_ = -1;
   int page_height_ = 0;
   int offset_ = 0;
   ComPtr<FrameBox> box_;

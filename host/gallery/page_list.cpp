@@ -8,8 +8,8 @@ const std::vector<PageEntry>& pages() {
   static const std::vector<PageEntry> list = {
       {L"USButton", L"Controles básicos", build_us_button_page},
       {L"USCheckBox", L"Controles básicos", build_us_check_box_page},
-      {L"USScrollBar", L"Controles básicos", build_us_scroll_bar_page},
       {L"USOptionButton", L"Controles básicos", build_us_option_button_page},
+      {L"USScrollBar", L"Controles básicos", build_us_scroll_bar_page},
       {L"Pedido de venda", L"Controles básicos", build_order_entry_page},
       {L"c32bppDIB", L"Imagens", build_images_page},
       {L"USImageList", L"Imagens", build_image_list_page},

@@ -152,7 +152,7 @@ TEST_F(ImageListTest, TellsEachChangeOnceItIsComplete) {
   EXPECT_EQ(seen.size(), 5u);
   EXPECT_NE(error_of([&] { call_method(lists.get(), L"Remove", {Variant(9L)}); }), L"");
   EXPECT_NE(error_of([&] { add_list(lists.get(), 16, L"a"); }), L"");
-  EXPECT_EQ(seen.size(), 5u);  // a failure is no change
+  EXPECT_EQ(seen.size(), 5u);                                 // a failure is no change
   put_property(lists.get(), L"Compression", Variant(false));  // saved with the lists
   put_property(lists.get(), L"Compression", Variant(false));
   EXPECT_EQ(seen.size(), 6u);
