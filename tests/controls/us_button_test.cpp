@@ -4,7 +4,6 @@
 #include "controls/us_button/us_button_face.h"
 #include "frame/dib_section.h"
 #include "frame/kit/lines.h"
-#include "host/property_text.h"
 #include "tests/controls/control_fixture.h"
 
 namespace kestrelon::host {
@@ -368,17 +367,6 @@ TEST_F(ButtonTest, DrawsNothingAnewForAMoveThatShowsNothingElse) {
   UpdateWindow(window());
   mouse_move(window(), 11, 11);
   EXPECT_FALSE(GetUpdateRect(window(), nullptr, FALSE));
-}
-
-TEST_F(ButtonTest, WritesTheKeysOfItsGoldenBagAndReadsThem) {
-  const std::wstring path =
-      std::wstring(L"Z:" KESTRELON_SOURCE_DIR) + L"/tests/data/bags/us_button.txt";
-  const auto golden = load_property_file(path);
-  const auto bag = make_com<PropertyBag>(golden);
-  const auto read = place(L"USButton", RECT{200, 20, 300, 50}, bag.get());
-  const auto written = make_com<PropertyBag>();
-  ASSERT_EQ(query<IPersistPropertyBag>(read->control())->Save(written.get(), TRUE, TRUE), S_OK);
-  EXPECT_EQ(to_property_text(written->entries()), to_property_text(golden));
 }
 
 }  // namespace

@@ -1,8 +1,5 @@
 #include <gmock/gmock.h>
 
-#include <filesystem>
-
-#include "host/property_text.h"
 #include "tests/controls/control_fixture.h"
 
 namespace kestrelon::host {
@@ -256,16 +253,6 @@ TEST_F(ScrollBarTest, StandsEveryValueOfALong) {
   mouse_move(window(), 8, -50);
   EXPECT_EQ(value(), LONG_MIN);
   mouse_up();
-}
-
-TEST_F(ScrollBarTest, LoadsABagOfAnEarlierBuildAndWritesTheSameOne) {
-  const std::filesystem::path path(KESTRELON_SOURCE_DIR "/tests/data/bags/us_scroll_bar.txt");
-  const auto saved = make_com<PropertyBag>(load_property_file(path.wstring()));
-  const auto again = place(L"USScrollBar", RECT{60, 20, 77, 156}, saved.get());
-  EXPECT_EQ(number(*again, L"Value"), -40);
-  const auto bag = make_com<PropertyBag>();
-  ASSERT_EQ(query<IPersistPropertyBag>(again->control())->Save(bag.get(), TRUE, TRUE), S_OK);
-  EXPECT_EQ(to_property_text(bag->entries()), to_property_text(saved->entries()));
 }
 
 }  // namespace
