@@ -95,23 +95,18 @@ void load(pcMemDC& strip, const wchar_t* name) {
 
 }  // namespace
 
-cScrollbarDraw::cScrollbarDraw() {
-  load(down_.back, L"SCRBACKV");
-  load(down_.thumb, L"SCRTHUMBV");
-  load(down_.grip, L"SCRGRIPV");
-  load(down_.face, L"SCRARROWV");
-  load(down_.top_left, L"SCRARROWVT");
-  load(down_.bottom_right, L"SCRARROWVB");
-  load(across_.back, L"SCRBACKH");
-  load(across_.thumb, L"SCRTHUMBH");
-  load(across_.grip, L"SCRGRIPH");
-  load(across_.face, L"SCRARROWH");
-  load(across_.top_left, L"SCRARROWHL");
-  load(across_.bottom_right, L"SCRARROWHR");
-}
-
 const cScrollbarDraw::Strips& cScrollbarDraw::strips(ENUM_POSITION orientation) const {
-  return runs_down(orientation) ? down_ : across_;
+  const bool down = runs_down(orientation);
+  std::optional<Strips>& own = down ? down_ : across_;
+  if (own) return *own;
+  own.emplace();
+  load(own->back, down ? L"SCRBACKV" : L"SCRBACKH");
+  load(own->thumb, down ? L"SCRTHUMBV" : L"SCRTHUMBH");
+  load(own->grip, down ? L"SCRGRIPV" : L"SCRGRIPH");
+  load(own->face, down ? L"SCRARROWV" : L"SCRARROWH");
+  load(own->top_left, down ? L"SCRARROWVT" : L"SCRARROWHL");
+  load(own->bottom_right, down ? L"SCRARROWVB" : L"SCRARROWHR");
+  return *own;
 }
 
 void cScrollbarDraw::DrawBack(HDC hDC, int state, ENUM_POSITION orientation,

@@ -1,6 +1,8 @@
 // `cScrollbarDraw`: the look of a scroll bar, copied from the library's bitmaps.
 #pragma once
 
+#include <optional>
+
 #include "frame/mem_dc.h"
 #include "kestrelon2012.h"
 
@@ -25,8 +27,6 @@ enum BackState : int { kBackIdle = 0, kBackPressed = 1, kBackDisabled = 2 };
 /// that can be read back.
 class cScrollbarDraw {
  public:
-  cScrollbarDraw();
-
   void DrawBack(HDC hDC, int state, ENUM_POSITION orientation, const RECT& rectangle) const;
   void DrawBar(HDC hDC, int state, ENUM_POSITION orientation, const RECT& rectangle) const;
   void DrawTopLeftButton(HDC hDC, int state, ENUM_POSITION orientation,
@@ -42,8 +42,9 @@ class cScrollbarDraw {
   void draw_button(HDC dc, int state, ENUM_POSITION orientation, const RECT& place,
                    const pcMemDC& arrow) const;
 
-  Strips down_;    // bars from top to bottom
-  Strips across_;  // bars from left to right
+  // Loaded when a bar of that direction is first drawn; most owners draw one direction only.
+  mutable std::optional<Strips> down_;    // bars from top to bottom
+  mutable std::optional<Strips> across_;  // bars from left to right
 };
 
 }  // namespace kestrelon
