@@ -70,6 +70,7 @@ bool ControlFrame::create_window(HWND parent, const RECT& place) {
   if (window_ == nullptr) return false;
   apply_enabled();
   intercept_messages();
+  apply_drops();
   window_created();
   ShowWindow(window_, SW_SHOWNA);
   return window_ != nullptr;
