@@ -7,7 +7,9 @@ namespace {
 
 // Percent of percent. Opacities above 100 wrap, as in every drawing of an image.
 int32_t share(int32_t percent, int32_t of) {
-  const auto settle = [](int32_t value) { return value > 100 ? (value - 1) % 100 + 1 : value; };
+  const auto settle = [](int32_t value) {
+    return value > 100 ? (value - 1) % 100 + 1 : std::max(value, 0);
+  };
   return settle(percent) * settle(of) / 100;
 }
 
