@@ -50,7 +50,7 @@ bool USAlphaImage::load(bool keep, Loader&& loader, bool resize) {
     file_.clear();
     inverse_in_ = altered_ = icon_follows_ = false;
     if (done && !keep) {
-      picture().GetOrginalFormat(file_);
+      if (!is_plain_bitmap(picture().ImageType())) picture().GetOrginalFormat(file_);
       picture().set_original_bytes({});
     }
   }
@@ -176,7 +176,7 @@ void USAlphaImage::load_at_size(std::vector<uint8_t> bytes) {
 
 bool USAlphaImage::load_image_from_orignal_bytes(long cx, long cy, long depth) {
   std::vector<uint8_t> bytes;
-  if (!picture().GetOrginalFormat(bytes)) bytes = std::move(file_);
+  picture().GetOrginalFormat(bytes);
   return load_bytes(std::move(bytes), cx, cy, depth, true);
 }
 

@@ -6,11 +6,6 @@
 namespace kestrelon {
 namespace {
 
-bool is_plain_bitmap(ImageFormat type) {
-  return type == ImageFormat::Bitmap || type == ImageFormat::BitmapArgb ||
-         type == ImageFormat::BitmapPargb;
-}
-
 // A file that holds the pixels, transparent ones too.
 std::vector<uint8_t> encoded(const c32bppDIB& image) {
   GdiFlush();

@@ -177,7 +177,7 @@ TEST_F(AlphaImagePersistTest, SavesThePictureWithoutMaskAndInverse) {
 
 TEST_F(AlphaImagePersistTest, PicksTheIconForTheSizeOfTheControl) {
   const auto first = place(L"USAlphaImage", kPlace);  // 48 by 48
-  ASSERT_TRUE(load(*first, L"coins.ico"));  // no size asked for: a small one
+  ASSERT_TRUE(load(*first, L"coins.ico"));            // no size asked for: a small one
   EXPECT_LT(number(*first, L"imageWidth"), 48);
   const auto again = place(L"USAlphaImage", kPlace, saved(*first).get());
   EXPECT_EQ(number(*again, L"imageWidth"), 48);
