@@ -39,6 +39,33 @@ int32_t scaled(int32_t shadow, int32_t picture, int32_t drawn) {
   return static_cast<int32_t>(std::clamp<int64_t>(length, 1, INT32_MAX));
 }
 
+// Turned by no whole quarter, so that its edges run across the pixels.
+bool is_tilted(const PictureLook& look) {
+  constexpr int64_t kMostPixels = 1 << 22;  // of a copy made for one drawing
+  return look.smooth && look.degrees % 90 != 0 &&
+         int64_t{look.drawn.width} * look.drawn.height <= kMostPixels;
+}
+
+// A picture that is opaque to its border would end in steps. So it is brought to its final size
+// inside a transparent border one pixel wide, which turns with it and takes part in the sampling.
+bool draw_with_soft_edges(const PictureLook& look, const c32bppDIB& picture, c32bppDIB& canvas) {
+  const PictureSize size{look.drawn.width + 2, look.drawn.height + 2};
+  PictureLook upright = look.shape();
+  upright.room = size;
+  upright.x = upright.y = upright.degrees = 0;
+  upright.gray = look.gray;
+  upright.light = look.light;
+  c32bppDIB layer;
+  if (!picture_on_nothing(upright, picture, nullptr, layer)) return false;
+  layer.set_HighQualityInterpolation(true);
+  layer.set_alpha(AlphaType::Complex);
+  RenderArguments args = arguments_of(look, size, canvas);
+  args.destWidth = size.width;  // mirrored already
+  args.destHeight = size.height;
+  layer.Render(nullptr, args);
+  return true;
+}
+
 }  // namespace
 
 PictureLook PictureLook::shape() const {
@@ -62,6 +89,7 @@ void draw_picture(const PictureLook& look, const c32bppDIB& picture, const c32bp
     args.Opacity = share(look.shadow.opacity, look.opacity);
     shadow->Render(nullptr, args);
   }
+  if (is_tilted(look) && draw_with_soft_edges(look, picture, canvas)) return;
   RenderArguments args = arguments_of(look, look.drawn, canvas);
   args.grayScale = look.gray;
   args.LightAdjustment = look.light;

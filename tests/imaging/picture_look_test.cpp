@@ -81,6 +81,37 @@ TEST_F(PictureLookTest, MirrorsAndTurns) {
   EXPECT_EQ(quarters(), (Colours{kGreen, kWhite, kBlue, kRed}));
 }
 
+TEST_F(PictureLookTest, TiltsWithSoftEdgesUnlessAskedForHardOnes) {
+  picture_.set_HighQualityInterpolation(true);
+  look_.room = {30, 30};
+  look_.drawn = {16, 16};
+  look_.degrees = 30;
+  const auto soft_pixels = [&] {
+    int count = 0;
+    draw();
+    for (int32_t y = 0; y < 30; ++y)
+      for (int32_t x = 0; x < 30; ++x) {
+        const uint32_t alpha = at(x, y) >> 24;
+        if (alpha != 0 && alpha != 255) ++count;
+      }
+    return count;
+  };
+  EXPECT_GT(soft_pixels(), 40);  // all around
+  EXPECT_EQ(at(15, 10) >> 24, 255u);
+  look_.smooth = false;
+  EXPECT_EQ(soft_pixels(), 0);
+  look_.smooth = true;
+  look_.degrees = 270;
+  EXPECT_EQ(soft_pixels(), 0);
+  look_.degrees = 30;  // mirrored once, tones and opacity once
+  look_.mirror_x = true;
+  look_.gray = GrayScale::RedMask;
+  look_.opacity = 50;
+  draw();
+  EXPECT_NEAR(at(20, 15) & 0xFF, 0x66, 1);  // red, 0.8, on the right
+  EXPECT_NEAR(at(16, 20) & 0xFF, 0x0C, 1);  // blue, 0.1, below it
+}
+
 TEST_F(PictureLookTest, FadesGraysAndLightens) {
   look_.opacity = 50;
   draw();
