@@ -106,6 +106,7 @@ LRESULT CALLBACK ControlFrame::window_procedure(HWND window, UINT message, WPARA
   if (control == nullptr) return DefWindowProcW(window, message, wparam, lparam);
   const Hold hold(*control);
   if (message == WM_NCDESTROY) {
+    control->stop_drops();
     SetWindowLongPtrW(window, GWLP_USERDATA, 0);
     control->window_ = nullptr;
     return DefWindowProcW(window, message, wparam, lparam);

@@ -28,7 +28,7 @@ USAlphaImage::~USAlphaImage() {
 }
 
 void USAlphaImage::init_properties() {
-  Props.assign(kStretchQuality | kAutoSize);
+  Props.assign(Props.get() | kAutoSize);  // on top of what a program has set already
   picture().set_HighQualityInterpolation(stretch_quality());
 }
 
@@ -57,8 +57,7 @@ void USAlphaImage::terminate() {
 }
 
 void USAlphaImage::refresh() {
-  wanted_.reset();
-  drawn_.reset();
+  ++version_;  // a program may have drawn on the picture through its device context
   redraw();
 }
 
@@ -75,8 +74,7 @@ void USAlphaImage::put_flag(Flag which, const wchar_t* name, bool on) {
     case kInversedImage:
       return mask_or_inverse_changed();
     case kKeepOriginalFormat:
-      if (on && !file_.empty()) picture().set_original_bytes(std::exchange(file_, {}));
-      return;
+      return keep_file(on);
     default:
       return redraw();
   }

@@ -222,6 +222,8 @@ class USAlphaImage final : public USAlphaImageGlue<USAlphaImage, ControlFrame>,
   /// its sizes already: AutoSize does not act.
   void load_at_size(std::vector<uint8_t> bytes);
   void loaded(bool resize);
+  /// Moves the bytes of the file to where programs see them, or away from there.
+  void keep_file(bool visible);
   void undo_mask_and_inverse();
   void apply_mask_and_inverse();
   std::optional<int32_t> mask_key() const;

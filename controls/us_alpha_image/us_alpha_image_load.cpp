@@ -36,6 +36,9 @@ void copy_pixels(const c32bppDIB& from, c32bppDIB& to) {
 template <class Loader>
 bool USAlphaImage::load(bool keep, Loader&& loader, bool resize) {
   bool done = false;
+  // Loading may run a program's code, which then finds a picture without mask and inverse.
+  plain_.reset();
+  inverse_in_ = false;
   {
     const Busy busy(busy_);
     try {
@@ -49,13 +52,20 @@ bool USAlphaImage::load(bool keep, Loader&& loader, bool resize) {
     plain_.reset();
     file_.clear();
     inverse_in_ = altered_ = icon_follows_ = false;
-    if (done && !keep) {
-      if (!is_plain_bitmap(picture().ImageType())) picture().GetOrginalFormat(file_);
-      picture().set_original_bytes({});
-    }
+    if (done && !keep) keep_file(false);
   }
+  property_changed(Image.name());
   loaded(resize);
   return done;
+}
+
+void USAlphaImage::keep_file(bool visible) {
+  if (visible) {
+    if (!file_.empty()) picture().set_original_bytes(std::exchange(file_, {}));
+    return;
+  }
+  if (!is_plain_bitmap(picture().ImageType())) picture().GetOrginalFormat(file_);
+  picture().set_original_bytes({});
 }
 
 void USAlphaImage::loaded(bool resize) {
@@ -72,6 +82,7 @@ void USAlphaImage::image_changed() {
   file_.clear();
   altered_ = true;
   if (!picture().has_image()) inverse_in_ = false;
+  property_changed(Image.name());
   ++version_;
   if (auto_size()) take_picture_size();
   redraw();
@@ -102,7 +113,7 @@ std::optional<int32_t> USAlphaImage::mask_key() const {
 void USAlphaImage::undo_mask_and_inverse() {
   const Busy busy(busy_);
   GdiFlush();
-  if (plain_ && picture().has_image()) {
+  if (plain_ && plain_->pixel_count() == picture().pixel_count()) {
     copy_pixels(*plain_, picture());
   } else if (inverse_in_) {
     picture().MakeImageInverse();
@@ -236,6 +247,7 @@ bool USAlphaImage::set_image_bytes(Bytes bytes, bool bgr, bool bottom_up) {
   file_.clear();
   inverse_in_ = false;
   altered_ = true;
+  property_changed(Image.name());
   loaded(false);
   return true;
 }

@@ -11,8 +11,9 @@ constexpr RECT kPlace{10, 10, 58, 58};
 // What a Basic program's global object offers to a library.
 class Program final : public LateBound {
  public:
-  Program() : LateBound(L"Global") {
-    method(L"LoadResData", [](const Arguments& arguments) {
+  explicit Program(std::function<void()> meanwhile = nullptr) : LateBound(L"Global") {
+    method(L"LoadResData", [meanwhile](const Arguments& arguments) {
+      if (meanwhile) meanwhile();
       if (arguments.integer(0) != 101 || arguments.text(1) != L"CUSTOM")
         throw ComError(E_INVALIDARG);
       return bytes_variant(sample("disc.gif"));
@@ -184,6 +185,46 @@ TEST_F(AlphaImageLoadTest, TakesTheHostsResources) {
   EXPECT_TRUE(do_it(L"LoadImage_FromResource", {global, Variant(L"CUSTOM"), Variant(101L)}));
   EXPECT_EQ(type(), 9);
   EXPECT_FALSE(do_it(L"LoadImage_FromResource", {global, Variant(L"CUSTOM"), Variant(102L)}));
+}
+
+// The host's code runs in the middle of a load.
+TEST_F(AlphaImageLoadTest, StandsWhatTheHostDoesWhileItLoads) {
+  ASSERT_TRUE(load(*site_, L"coins-4bit.bmp"));
+  put(*site_, L"MaskUsed", Variant(2L));
+  put(*site_, L"InversedImage", Variant(true));
+  auto program = make_com<Program>([this] {
+    put(*site_, L"InversedImage", Variant(false));
+    EXPECT_TRUE(load(*site_, L"kestrel.bmp"));
+    put(*site_, L"MaskUsed", Variant(5L));
+    call_method(image_of(*site_).get(), L"InitializeDIB", {Variant(3L), Variant(3L)});
+    put(*site_, L"InversedImage", Variant(true));
+  });
+  Variant global(static_cast<IDispatch*>(program.get()));
+  EXPECT_TRUE(do_it(L"LoadImage_FromResource", {global, Variant(L"CUSTOM"), Variant(101L)}));
+  EXPECT_EQ(type(), 9);
+  put(*site_, L"InversedImage", Variant(false));
+  put(*site_, L"MaskUsed", Variant(0L));
+  const auto other = place(L"USAlphaImage", kPlace);
+  ASSERT_TRUE(load(*other, L"disc.gif"));
+  EXPECT_EQ(shown(*site_), shown(*other));
+
+  program = make_com<Program>([this] { form_.remove(*site_); });
+  global = Variant(static_cast<IDispatch*>(program.get()));
+  EXPECT_NO_THROW(do_it(L"LoadImage_FromResource", {global, Variant(L"CUSTOM"), Variant(101L)}));
+}
+
+TEST_F(AlphaImageLoadTest, AsksToBeSavedWhenThePictureHasChanged) {
+  const auto persist = query<IPersistStreamInit>(site_->control());
+  const auto changed = [&](const std::function<void()>& change) {
+    save_stream(site_->control());
+    EXPECT_EQ(persist->IsDirty(), S_FALSE);
+    change();
+    return persist->IsDirty() == S_OK;
+  };
+  EXPECT_TRUE(changed([&] { load(*site_); }));
+  EXPECT_TRUE(changed([&] { call_method(image_of(*site_).get(), L"MakeImageInverse"); }));
+  EXPECT_TRUE(changed([&] { call(*site_, L"ClearImage"); }));
+  EXPECT_FALSE(changed([&] { call(*site_, L"Refresh"); }));
 }
 
 TEST_F(AlphaImageLoadTest, TakesAnImageOfAFormsList) {
