@@ -21,6 +21,7 @@ ControlFrame::~ControlFrame() {
 
 void ControlFrame::on_final_release() {
   if (in_place_active_) InPlaceDeactivate();
+  if (drop_target_) drop_target_->detach();
   interception_.sc_Terminate();
   if (!terminated_) {
     terminated_ = true;

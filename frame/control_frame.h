@@ -14,6 +14,7 @@
 
 #include "base/property_stream.h"
 #include "frame/ambient.h"
+#include "frame/drag_drop/drop_target.h"
 #include "frame/private_timer.h"
 #include "frame/property_objects.h"
 #include "frame/self_sub.h"
@@ -37,6 +38,7 @@ struct ControlTraits {
 class ControlFrame : public AutomationObject,
                      public PropertyOwner,
                      private SelfSubOwner,
+                     private DropListener,
                      public IOleObject,
                      public IOleInPlaceObjectWindowless,
                      public IOleInPlaceActiveObject,
@@ -97,7 +99,7 @@ class ControlFrame : public AutomationObject,
   STDMETHODIMP SetObjectRects(LPCRECT place, LPCRECT clip) override;
   STDMETHODIMP ReactivateAndUndo() override { return INPLACE_E_NOTUNDOABLE; }
   STDMETHODIMP OnWindowMessage(UINT message, WPARAM wparam, LPARAM lparam, LRESULT* out) override;
-  STDMETHODIMP GetDropTarget(IDropTarget**) override { return E_NOTIMPL; }
+  STDMETHODIMP GetDropTarget(IDropTarget** out) override;
   // IOleInPlaceActiveObject
   STDMETHODIMP TranslateAccelerator(MSG* message) override;
   STDMETHODIMP OnFrameWindowActivate(BOOL) override { return S_OK; }
@@ -174,6 +176,8 @@ class ControlFrame : public AutomationObject,
   /// The window has been made, or its parent changed; before the first message that matters.
   virtual void window_created() {}
   virtual void terminate() {}
+  /// The container closes the control; its events can still be heard.
+  virtual void closing() {}
 
   // Input. Coordinates are pixels of the control.
   virtual void mouse_down(short /*button*/, short /*shift*/, float /*x*/, float /*y*/) {}
@@ -215,9 +219,16 @@ class ControlFrame : public AutomationObject,
   /// True for a control whose surface holds premultiplied pixels with alpha, to be drawn over what
   /// lies behind it: the container's picture, or in a window of its own what its parent paints.
   virtual bool has_alpha() const { return false; }
+  /// Before the surface is shown, for a control that draws on demand: it draws what has changed and
+  /// tells by surface_drawn(), which must not call for another paint.
+  virtual void about_to_show() {}
   /// Whether a point inside the control, in its pixels, belongs to it; the mouse at any other goes
   /// to what lies below.
   virtual bool hit(POINT) const { return true; }
+  /// Whether the control wants to hear of what is dragged over it; see drag().
+  virtual bool takes_drops() const { return false; }
+  /// What is dragged over the control has entered, moved, left or been dropped.
+  virtual void drag(Drag&) {}
   /// The stock properties the frame needs to know; null where a control has none.
   virtual const Property<bool>* enabled_property() const { return nullptr; }
   virtual FontProperty* font_property() { return nullptr; }
@@ -237,6 +248,7 @@ class ControlFrame : public AutomationObject,
   /// To be called when the surface has been drawn anew: shapes the window and shows it at the next
   /// paint.
   void surface_changed();
+  void surface_drawn() { ++full_repaints_; }
   void invalidate();
   /// Shows at once what has been drawn.
   void update_now();
@@ -255,6 +267,8 @@ class ControlFrame : public AutomationObject,
   bool pointer_over_window() const;
   /// Asks for one WM_MOUSELEAVE at window_message_after() when the pointer leaves.
   void track_leave();
+  /// To be called when takes_drops() has changed.
+  void apply_drops();
   void apply_enabled();
   void apply_mouse_pointer();
 
@@ -286,6 +300,10 @@ class ControlFrame : public AutomationObject,
   /// A disabled window gets no input from the system; without a window that is the control's care.
   bool takes_input() const;
   void grab_focus();
+  // control_drop.cpp
+  DWORD dragged(Drag::Stage stage, IDispatch* data, DWORD keys, POINT screen,
+                DWORD effects) override;
+  void stop_drops();
   // control_view.cpp
   void draw_to(HDC dc, const RECT& bounds);
   void draw_over_parent(HDC dc);
@@ -312,6 +330,8 @@ class ControlFrame : public AutomationObject,
   DWORD view_aspects_ = 0;
   DWORD view_flags_ = 0;
 
+  ComPtr<DropTarget> drop_target_;
+  bool drops_registered_ = false;
   cSelfSub interception_;
   Surface surface_;
   HWND window_ = nullptr;

@@ -129,6 +129,7 @@ STDMETHODIMP ControlFrame::InPlaceDeactivate() {
     if (!in_place_active_) return;
     in_place_active_ = false;
     leave_watch_.stop();
+    stop_drops();
     if (window_ != nullptr) {
       DestroyWindow(window_);  // WM_NCDESTROY clears window_
     } else if (visible_) {

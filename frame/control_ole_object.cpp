@@ -28,6 +28,7 @@ STDMETHODIMP ControlFrame::Close(DWORD save) {
       const ComPtr<IOleClientSite> site = site_;
       site->SaveObject();
     }
+    closing();
     InPlaceDeactivate();
     if (advise_holder_) advise_holder_->SendOnClose();
   });

@@ -35,6 +35,7 @@ void ControlFrame::draw_to(HDC dc, const RECT& bounds) {
   ensure_initialised();
   if (!surface_) set_size(width_, height_);
   if (!surface_) return;
+  about_to_show();
   const int width = static_cast<int>(bounds.right - bounds.left);
   const int height = static_cast<int>(bounds.bottom - bounds.top);
   const COLORREF mask = mask_colour();

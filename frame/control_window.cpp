@@ -70,6 +70,7 @@ bool ControlFrame::create_window(HWND parent, const RECT& place) {
   if (window_ == nullptr) return false;
   apply_enabled();
   intercept_messages();
+  apply_drops();
   window_created();
   ShowWindow(window_, SW_SHOWNA);
   return window_ != nullptr;
@@ -105,6 +106,7 @@ LRESULT CALLBACK ControlFrame::window_procedure(HWND window, UINT message, WPARA
   if (control == nullptr) return DefWindowProcW(window, message, wparam, lparam);
   const Hold hold(*control);
   if (message == WM_NCDESTROY) {
+    control->stop_drops();
     SetWindowLongPtrW(window, GWLP_USERDATA, 0);
     control->window_ = nullptr;
     return DefWindowProcW(window, message, wparam, lparam);

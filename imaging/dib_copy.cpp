@@ -1,10 +1,10 @@
 // Copies and other sizes.
-#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 
 #include "imaging/c32bpp_dib.h"
 #include "imaging/drawing.h"
+#include "imaging/picture/picture_layout.h"
 
 namespace kestrelon {
 
@@ -86,13 +86,9 @@ bool c32bppDIB::ScaleImage(int32_t dest_width, int32_t dest_height, int32_t& out
   if (option != ScaleOption::ToSize && option != ScaleOption::DownAsNeeded) return true;
   if (option == ScaleOption::DownAsNeeded && dest_width >= width_ && dest_height >= height_)
     return true;
-  // The smaller of the two ratios, compared and applied as fractions.
-  const int64_t w = std::max(dest_width, 0), h = std::max(dest_height, 0);
-  const bool by_width = w * height_ <= h * width_;
-  const int64_t scaled_width = by_width ? w : h * width_ / height_;
-  const int64_t scaled_height = by_width ? w * height_ / width_ : h;
-  out_width = static_cast<int32_t>(std::max<int64_t>(scaled_width, 1));
-  out_height = static_cast<int32_t>(std::max<int64_t>(scaled_height, 1));
+  const PictureSize fitted = fit_picture({width_, height_}, {dest_width, dest_height});
+  out_width = fitted.width;
+  out_height = fitted.height;
   return true;
 }
 

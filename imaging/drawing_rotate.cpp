@@ -36,8 +36,12 @@ Turn turn_by(int32_t degrees) {
   return {std::sin(radians), std::cos(radians)};
 }
 
+// Positions may be any a program names; beyond this they are far outside every picture, and the
+// sums that follow stay within 64 bits.
+constexpr double kFarthest = 1 << 30;
+
 int64_t to_units(double value) {
-  return static_cast<int64_t>(std::nearbyint(value * kUnit));
+  return static_cast<int64_t>(std::nearbyint(std::clamp(value, -kFarthest, kFarthest) * kUnit));
 }
 
 int64_t floor_div(int64_t a, int64_t b) {

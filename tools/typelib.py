@@ -10,7 +10,7 @@
 widl cannot spell a name with a blank; the file format can hold one. In the description such a name is
 written with underscores (Office_Blue). A name is taken for one when it holds an underscore and a lower
 case letter and no other rule of the library puts underscores there (KN_..., LoadImage_From...).
-The members of ENUM_DATE_FORMAT are the formats themselves: dd/mm/yyyy is written ddSmmSyyyy, with T for a
+BLANKED names the ones without a lower case letter. The members of ENUM_DATE_FORMAT are the formats themselves: dd/mm/yyyy is written ddSmmSyyyy, with T for a
 hyphen and P for a point.
 """
 
@@ -22,6 +22,7 @@ from pathlib import Path
 INCLUDE = re.compile(r'^\s*#include\s+"([^"]+)"\s*$')
 ENUM = re.compile(r"\benum\s+\w+\s*\{([^}]*)\}", re.S)
 DATE_FORMAT = re.compile(r"[dmy]+(?:[STP][dmy]+)+")
+BLANKED = {"NTSC_PAL", "CCIR_709"}
 DATE_SEPARATORS = str.maketrans("STP", "/-.")
 
 
@@ -47,7 +48,7 @@ def shown_names(root: Path) -> dict:
             name = member.split("=")[0].strip()
             if DATE_FORMAT.fullmatch(name):
                 names[name.encode()] = name.translate(DATE_SEPARATORS).encode()
-            elif "_" in name and re.search("[a-z]", name):
+            elif name in BLANKED or ("_" in name and re.search("[a-z]", name)):
                 names[name.encode()] = name.replace("_", " ").encode()
     return names
 

@@ -6,6 +6,7 @@ namespace kestrelon::host {
 class Page;
 
 void build_order_entry_page(Page& page);
+void build_us_alpha_image_page(Page& page);
 void build_us_button_page(Page& page);
 void build_images_page(Page& page);
 void build_image_list_page(Page& page);

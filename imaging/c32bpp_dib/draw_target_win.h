@@ -23,6 +23,11 @@ class DrawTarget {
       : host_(native_image_of(host)), surface_(handle_of<HDC>(dc)), wrong_(host && !host_) {
     GdiFlush();  // what is still to be drawn on either image comes first
   }
+  ~DrawTarget() {
+    if (host_) host_->after_change();
+  }
+  DrawTarget(const DrawTarget&) = delete;
+  DrawTarget& operator=(const DrawTarget&) = delete;
   /// A host was given that is no image.
   bool wrong() const { return wrong_; }
   c32bppDIB* host() const { return host_ ? &host_->native_image() : nullptr; }

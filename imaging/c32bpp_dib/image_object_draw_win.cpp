@@ -75,14 +75,14 @@ bool ImageObject::render_drop_shadow_jit(long dc, long x, long y, long depth, OL
 
 bool ImageObject::draw_text_std_font(Text text, IDispatch* font, long x, long y, long width,
                                      long height, OLE_COLOR color, long opacity, long format) {
-  return draw_text(image_, text, query<IFont>(font).get(),
-                   placement_of(x, y, width, height, color, opacity, format));
+  return changed(draw_text(image_, text, query<IFont>(font).get(),
+                           placement_of(x, y, width, height, color, opacity, format)));
 }
 
 bool ImageObject::draw_text_h_font(Text text, long font, long x, long y, long width, long height,
                                    OLE_COLOR color, long opacity, long format) {
-  return draw_text(image_, text, handle_of<HFONT>(font),
-                   placement_of(x, y, width, height, color, opacity, format));
+  return changed(draw_text(image_, text, handle_of<HFONT>(font),
+                           placement_of(x, y, width, height, color, opacity, format)));
 }
 
 long ImageObject::create_region(long style, long x, long y) {

@@ -81,6 +81,7 @@ void ImageObject::after_replace() {
   } else if (manage_own_dc_) {
     dc_.make();
   }
+  after_change();
 }
 
 void ImageObject::set_manage_own_dc(bool on) {
@@ -126,8 +127,10 @@ void ImageObject::destroy_dib() {
 
 long ImageObject::load_di_bin_dc(bool select) {
   if (!select) {
+    const bool in_use = static_cast<bool>(dc_);
     dc_.deselect();
     if (!manage_own_dc_) dc_.reset();
+    if (in_use) after_change();  // whatever was drawn there
     return 0;
   }
   if (!dc_ && !dc_.select(bitmap_of(image_))) return 0;
@@ -162,7 +165,9 @@ long ImageObject::get_pixel(long x, long y, VARIANT* alpha, bool premultiplied) 
 }
 
 long ImageObject::set_pixel(long x, long y, OLE_COLOR color, long alpha, bool premultiplied) {
-  return static_cast<long>(image_.SetPixel(x, y, plain_color(color), alpha, premultiplied));
+  const auto address = image_.SetPixel(x, y, plain_color(color), alpha, premultiplied);
+  changed(address != 0);
+  return static_cast<long>(address);
 }
 
 bool ImageObject::get_di_bbits(Bytes out, bool as_2d, bool bgr, bool with_alpha, bool dword_aligned,
@@ -182,7 +187,7 @@ bool ImageObject::set_di_bbits(Bytes in, bool bgr, bool has_alpha, bool dword_al
                                bool bottom_up, long x, long y, long width, long height) {
   const ArrayBytes source(in != nullptr ? *in : nullptr, 2);
   const BitsFormat format{bgr, has_alpha, dword_aligned, bottom_up, true};
-  return source && image_.SetDIBbits(source.bytes(), format, rect_of(x, y, width, height));
+  return source && changed(image_.SetDIBbits(source.bytes(), format, rect_of(x, y, width, height)));
 }
 
 bool ImageObject::get_alpha_mask(Bytes out, bool as_2d, bool dword_aligned, bool bottom_up, long x,
@@ -248,15 +253,15 @@ bool ImageObject::trim_image(bool update, long method, VARIANT* x, VARIANT* y, V
 }
 
 bool ImageObject::make_transparent(OLE_COLOR color, bool reverse) {
-  return image_.MakeTransparent(plain_color(color), reverse);
+  return changed(image_.MakeTransparent(plain_color(color), reverse));
 }
 
 bool ImageObject::blend_to_color(OLE_COLOR color, long percent) {
-  return image_.BlendToColor(plain_color(color), percent);
+  return changed(image_.BlendToColor(plain_color(color), percent));
 }
 
 bool ImageObject::create_checker_board(long size, OLE_COLOR first, OLE_COLOR second) {
-  return image_.CreateCheckerBoard(size, plain_color(first), plain_color(second));
+  return changed(image_.CreateCheckerBoard(size, plain_color(first), plain_color(second)));
 }
 
 bool ImageObject::create_drop_shadow(long depth, OLE_COLOR color, VARIANT* out) {

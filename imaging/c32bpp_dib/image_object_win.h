@@ -9,6 +9,16 @@
 
 namespace kestrelon {
 
+/// What shows an image object and must follow changes that others make to it.
+class ImageObjectOwner {
+ public:
+  /// The image has been replaced or its pixels have changed. May come at any depth of calls.
+  virtual void image_changed() = 0;
+
+ protected:
+  ~ImageObjectOwner() = default;
+};
+
 class ImageObject final : public c32bppDIBGlue<ImageObject, AutomationObject>, public NativeImage {
  public:
   using Text = const std::wstring&;
@@ -18,6 +28,11 @@ class ImageObject final : public c32bppDIBGlue<ImageObject, AutomationObject>, p
   c32bppDIB& native_image() override { return image_; }
   void before_replace() override;
   void after_replace() override;
+  void after_change() override {
+    if (owner_ != nullptr) owner_->image_changed();
+  }
+  /// Null when the owner goes; programs may hold the object longer.
+  void set_owner(ImageObjectOwner* owner) { owner_ = owner; }
   STDMETHODIMP QueryInterface(REFIID iid, void** out) override { return outer_query(iid, out); }
   STDMETHODIMP_(ULONG) AddRef() override { return outer_add_ref(); }
   STDMETHODIMP_(ULONG) Release() override { return outer_release(); }
@@ -58,7 +73,10 @@ class ImageObject final : public c32bppDIBGlue<ImageObject, AutomationObject>, p
   // The image
   bool initialize_dib(long width, long height);
   void destroy_dib();
-  void erase_dib() { image_.EraseDIB(); }
+  void erase_dib() {
+    image_.EraseDIB();
+    after_change();
+  }
   long load_di_bin_dc(bool select);
   bool swap_di_bs(IDispatch* other);
   bool get_orginal_format(Bytes out);
@@ -131,12 +149,12 @@ class ImageObject final : public c32bppDIBGlue<ImageObject, AutomationObject>, p
   bool trim_image(bool update, long method, VARIANT* x, VARIANT* y, VARIANT* width,
                   VARIANT* height);
   bool make_gray_scale(long formula) {
-    return image_.MakeGrayScale(static_cast<GrayScale>(formula));
+    return changed(image_.MakeGrayScale(static_cast<GrayScale>(formula)));
   }
-  bool make_image_inverse() { return image_.MakeImageInverse(); }
+  bool make_image_inverse() { return changed(image_.MakeImageInverse()); }
   bool make_transparent(OLE_COLOR color, bool reverse);
-  bool mirror_image(bool x, bool y) { return image_.MirrorImage(x, y); }
-  bool make_lighter_darker(float percent) { return image_.MakeLighterDarker(percent); }
+  bool mirror_image(bool x, bool y) { return changed(image_.MirrorImage(x, y)); }
+  bool make_lighter_darker(float percent) { return changed(image_.MakeLighterDarker(percent)); }
   bool blend_to_color(OLE_COLOR color, long percent);
   bool create_checker_board(long size, OLE_COLOR first, OLE_COLOR second);
   bool create_drop_shadow(long depth, OLE_COLOR color, VARIANT* out);
@@ -145,10 +163,16 @@ class ImageObject final : public c32bppDIBGlue<ImageObject, AutomationObject>, p
   void* find_interface(REFIID iid) override;
 
  private:
+  bool changed(bool done) {
+    if (done) after_change();
+    return done;
+  }
+
   WindowsImage image_;
   BitmapDc dc_;
   bool manage_own_dc_ = false;
   Variant tag_;
+  ImageObjectOwner* owner_ = nullptr;
   std::unique_ptr<GdiPlusSession> session_;  // with KeepGDIplusActive
 };
 

@@ -16,6 +16,8 @@ class NativeImage : public IUnknown {
   virtual void before_replace() = 0;
   /// And afterwards.
   virtual void after_replace() = 0;
+  /// To be called after pixels have been changed in place.
+  virtual void after_change() = 0;
 };
 
 inline constexpr IID IID_NativeImage = {

@@ -244,25 +244,66 @@ struct Holdings {
   }();
 };
 
-TEST_F(ControlLifeTest, LeavesNothingBehindAfterThousandsOfLives) {
+struct Life {
+  const wchar_t* class_name;
+  int times;
+  void (*live)(ControlSite& site);
+};
+
+void PrintTo(const Life& life, std::ostream* out) {
+  *out << std::string(life.class_name, life.class_name + wcslen(life.class_name));
+}
+
+class ControlLives : public ControlTest, public testing::WithParamInterface<Life> {};
+
+TEST_P(ControlLives, LeaveNothingBehindAfterThousands) {
   form_.show();
   const auto live = [&](int times) {
     for (int i = 0; i < times; ++i) {
-      const auto site = place(L"USCheckBox", kPlace);
-      put(*site, L"Caption", Variant(L"&Vida"));
-      UpdateWindow(site->window());
+      const auto site = place(GetParam().class_name, kPlace);
+      GetParam().live(*site);
+      RedrawWindow(form_.hwnd(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
       form_.remove(*site);
     }
     drain_messages();
   };
-  live(300);  // caches fill
+  live(GetParam().times / 6);  // caches fill
   const Holdings before;
-  live(2000);
+  live(GetParam().times);
   const Holdings after;
   EXPECT_GE(after.free_gdi + 2, before.free_gdi);
   EXPECT_LE(after.user, before.user + 2);
   EXPECT_LE(after.bytes, before.bytes + (1u << 20));
 }
+
+void live_as_check_box(ControlSite& site) {
+  put_property(site.control_dispatch().get(), L"Caption", Variant(L"&Vida"));
+}
+
+// With a mask, a shadow, a hit area, the image handed out, a fade under way and a drop target.
+void live_as_alpha_image(ControlSite& site) {
+  const auto control = site.control_dispatch();
+  call_method(control.get(), L"LoadImage_FromFile",
+              {Variant(L"" KESTRELON_SOURCE_DIR L"/resources/samples/coins-4bit.bmp")});
+  for (const auto& [name, value] :
+       {std::pair{L"MaskUsed", 2L}, {L"HitTest", 3L}, {L"OLEDropMode", 1L}, {L"Rotation", 30L}})
+    put_property(control.get(), name, Variant(value));
+  for (const wchar_t* name : {L"ShadowEnabled", L"RotateEnabled", L"InversedImage"})
+    put_property(control.get(), name, Variant(true));
+  const auto image = to_object(get_property(control.get(), L"dibClass"));
+  call_method(image.get(), L"LoadDIBinDC", {Variant(true)});
+  ComPtr<IDropTarget> target;
+  query<IOleInPlaceObjectWindowless>(site.control())->GetDropTarget(target.put());
+  DWORD hit = 0;
+  const RECT bounds{0, 0, 160, 30};
+  query<IViewObjectEx>(site.control())
+      ->QueryHitPoint(DVASPECT_CONTENT, &bounds, POINT{80, 15}, 0, &hit);
+  call_method(control.get(), L"FadeInOut", {Variant(0L)});
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, ControlLives,
+                         testing::Values(Life{L"USCheckBox", 2000, live_as_check_box},
+                                         Life{L"USAlphaImage", 1200, live_as_alpha_image}));
 
 }  // namespace
 }  // namespace kestrelon::host
