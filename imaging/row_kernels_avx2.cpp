@@ -108,8 +108,7 @@ void mix_across(int16_t* dst, const uint8_t* src, const uint32_t* index,
   const __m256i side_by_side =
       _mm256_setr_epi8(0, 4, 1, 5, 2, 6, 3, 7, 8, 12, 9, 13, 10, 14, 11, 15, 0, 4, 1, 5, 2, 6, 3, 7,
                        8, 12, 9, 13, 10, 14, 11, 15);
-  size_t x = 0;
-  for (; x + 4 <= count; x += 4) {
+  const auto mixed = [&](size_t x) {
     const __m256i low =
         _mm256_blend_epi32(load_pair(src, index[x]), load_pair(src, index[x + 1]), 0x0C);
     const __m256i high =
@@ -118,8 +117,10 @@ void mix_across(int16_t* dst, const uint8_t* src, const uint32_t* index,
     const __m256i weights = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(columns + x));
     _mm256_storeu_si256(reinterpret_cast<__m256i*>(dst + x * 4),
                         _mm256_maddubs_epi16(pairs, weights));
-  }
-  plain_row_kernels().mix_across(dst + x * 4, src, index + x, columns + x, count - x);
+  };
+  if (count < 4) return plain_row_kernels().mix_across(dst, src, index, columns, count);
+  for (size_t x = 0; x < count - 4; x += 4) mixed(x);
+  mixed(count - 4);  // may do some columns again
 }
 
 void mix_across_wide(float* dst, const uint8_t* src, const uint32_t* index,
@@ -127,18 +128,23 @@ void mix_across_wide(float* dst, const uint8_t* src, const uint32_t* index,
   const __m256i side_by_side =
       _mm256_setr_epi8(0, -1, 4, -1, 1, -1, 5, -1, 2, -1, 6, -1, 3, -1, 7, -1, 0, -1, 4, -1, 1, -1,
                        5, -1, 2, -1, 6, -1, 3, -1, 7, -1);
-  const __m256i each_four_times = _mm256_setr_epi32(0, 0, 0, 0, 1, 1, 1, 1);
-  size_t x = 0;
-  for (; x + 2 <= count; x += 2) {
+  const __m256i first = _mm256_setr_epi32(0, 0, 0, 0, 1, 1, 1, 1);
+  const __m256i second = _mm256_setr_epi32(2, 2, 2, 2, 3, 3, 3, 3);
+  const auto mixed = [&](size_t x, __m256i weights) {
     const __m256i both =
         _mm256_blend_epi32(load_pair(src, index[x]), load_pair(src, index[x + 1]), 0xF0);
-    const __m256i pairs = _mm256_shuffle_epi8(both, side_by_side);
-    const __m128i weights = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(columns + x));
-    const __m256i spread =
-        _mm256_permutevar8x32_epi32(_mm256_castsi128_si256(weights), each_four_times);
-    _mm256_storeu_ps(dst + x * 4, _mm256_cvtepi32_ps(_mm256_madd_epi16(pairs, spread)));
-  }
-  plain_row_kernels().mix_across_wide(dst + x * 4, src, index + x, columns + x, count - x);
+    const __m256i sums = _mm256_madd_epi16(_mm256_shuffle_epi8(both, side_by_side), weights);
+    _mm256_storeu_ps(dst + x * 4, _mm256_cvtepi32_ps(sums));
+  };
+  const auto mixed_four = [&](size_t x) {
+    const __m256i weights =
+        _mm256_castsi128_si256(_mm_loadu_si128(reinterpret_cast<const __m128i*>(columns + x)));
+    mixed(x, _mm256_permutevar8x32_epi32(weights, first));
+    mixed(x + 2, _mm256_permutevar8x32_epi32(weights, second));
+  };
+  if (count < 4) return plain_row_kernels().mix_across_wide(dst, src, index, columns, count);
+  for (size_t x = 0; x < count - 4; x += 4) mixed_four(x);
+  mixed_four(count - 4);  // may do some columns again
 }
 
 void store_pixel(uint8_t* dst, __m128i lanes) {

@@ -24,6 +24,7 @@ template <class V>
 struct VectorMix {
   using Int = typename V::Int;
   using Float = typename V::Float;
+  static constexpr size_t kBlock = V::kPixels * 4;  // channels
 
   /// Two rows of 16-bit sums. Block `k` of four covers a quarter of V::kPixels pixels.
   class NarrowSource {
@@ -75,14 +76,14 @@ struct VectorMix {
     Float upper_factor_, lower_factor_;
   };
 
+  /// `count` is at least kBlock; the last block may do some channels again.
   template <class Source, bool kChecked>
-  static size_t blocks(uint8_t* dst, const typename Source::Sum* upper,
-                       const typename Source::Sum* lower, size_t count, const RowMix& mix) {
+  static void blocks(uint8_t* dst, const typename Source::Sum* upper,
+                     const typename Source::Sum* lower, size_t count, const RowMix& mix) {
     const Source source(mix);
     const Float excess = V::set_float(kExcess);
     const Int divisor = V::set32(static_cast<uint32_t>(mix.divisor));
-    size_t i = 0;
-    for (; i + V::kPixels * 4 <= count; i += V::kPixels * 4) {
+    const auto block = [&](size_t i) __attribute__((always_inline)) {
       Int q[4];
       Float least = V::set_float(1);
 #pragma GCC unroll 4
@@ -99,27 +100,31 @@ struct VectorMix {
         }
       }
       V::store(dst + i, Source::pack(q[0], q[1], q[2], q[3]));
-    }
-    return i;
+    };
+    for (size_t i = 0; i < count - kBlock; i += kBlock) block(i);
+    block(count - kBlock);
   }
 
   template <class Source>
-  static size_t down(uint8_t* dst, const typename Source::Sum* upper,
-                     const typename Source::Sum* lower, size_t count, const RowMix& mix) {
-    return mix.divisor <= kMostUnchecked ? blocks<Source, false>(dst, upper, lower, count, mix)
-                                         : blocks<Source, true>(dst, upper, lower, count, mix);
+  static void down(uint8_t* dst, const typename Source::Sum* upper,
+                   const typename Source::Sum* lower, size_t count, const RowMix& mix) {
+    if (mix.divisor <= kMostUnchecked) {
+      blocks<Source, false>(dst, upper, lower, count, mix);
+    } else {
+      blocks<Source, true>(dst, upper, lower, count, mix);
+    }
   }
 
   static void mix_down(uint8_t* dst, const int16_t* upper, const int16_t* lower, size_t count,
                        const RowMix& mix) {
-    const size_t i = down<NarrowSource>(dst, upper, lower, count, mix);
-    plain_row_kernels().mix_down(dst + i, upper + i, lower + i, count - i, mix);
+    if (count < kBlock) return plain_row_kernels().mix_down(dst, upper, lower, count, mix);
+    down<NarrowSource>(dst, upper, lower, count, mix);
   }
 
   static void mix_down_wide(uint8_t* dst, const float* upper, const float* lower, size_t count,
                             const RowMix& mix) {
-    const size_t i = down<WideSource>(dst, upper, lower, count, mix);
-    plain_row_kernels().mix_down_wide(dst + i, upper + i, lower + i, count - i, mix);
+    if (count < kBlock) return plain_row_kernels().mix_down_wide(dst, upper, lower, count, mix);
+    down<WideSource>(dst, upper, lower, count, mix);
   }
 };
 
