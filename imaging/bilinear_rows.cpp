@@ -57,22 +57,22 @@ void BilinearRows::weigh_columns() {
   for (size_t x = 0; x < count; ++x) {
     const int64_t dest = shape_.first_column + static_cast<int64_t>(x);
     const Position at = locate(dest, source_.width, shape_.dest_width, column_units_);
-    int32_t near = column_units_ - at.fraction, far = at.fraction;
+    int32_t left_weight = column_units_ - at.fraction, right_weight = at.fraction;
     int32_t left = at.index;
     if (left == source_.width - 1 && left > 0) {
       // The last column stands alone, as the right one of a pair that lies inside the row.
       --left;
-      std::swap(near, far);
+      std::swap(left_weight, right_weight);
     }
     if (shape_.mirror_x && source_.width > 1) {
       left = source_.width - 2 - left;
-      std::swap(near, far);
+      std::swap(left_weight, right_weight);
     }
     index_[x] = static_cast<uint32_t>(left);
     if (narrow_) {
-      narrow_columns_[x] = NarrowColumn(near, far);
+      narrow_columns_[x] = NarrowColumn(left_weight, right_weight);
     } else {
-      wide_columns_[x] = {static_cast<int16_t>(near), static_cast<int16_t>(far)};
+      wide_columns_[x] = {static_cast<int16_t>(left_weight), static_cast<int16_t>(right_weight)};
     }
   }
 }

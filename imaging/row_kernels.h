@@ -33,10 +33,10 @@ constexpr int32_t kMostNarrowUnits = 127;
 /// Repeated for each channel.
 struct NarrowColumn {
   NarrowColumn() = default;
-  NarrowColumn(int32_t near, int32_t far) {
+  NarrowColumn(int32_t left, int32_t right) {
     for (size_t c = 0; c < 8; c += 2) {
-      weights[c] = static_cast<int8_t>(near);
-      weights[c + 1] = static_cast<int8_t>(far);
+      weights[c] = static_cast<int8_t>(left);
+      weights[c + 1] = static_cast<int8_t>(right);
     }
   }
   int8_t weights[8];
@@ -44,7 +44,7 @@ struct NarrowColumn {
 
 /// The same with a sum of at most kMostUnits.
 struct WideColumn {
-  int16_t near, far;
+  int16_t left, right;
 };
 
 /// Weights of two rows that were mixed across; 0 or above, sum at most kMostUnits. `divisor` is the

@@ -65,9 +65,10 @@ void pick(uint8_t* dst, const uint8_t* src, const int32_t* columns, size_t count
   for (size_t x = 0; x < count; ++x) std::memcpy(dst + x * 4, src + ptrdiff_t{columns[x]} * 4, 4);
 }
 
-void mix_pixel(auto* dst, const uint8_t* src, int32_t near, int32_t far) {
+void mix_pixel(auto* dst, const uint8_t* src, int32_t left, int32_t right) {
   for (size_t c = 0; c < 4; ++c)
-    dst[c] = static_cast<std::remove_reference_t<decltype(*dst)>>(src[c] * near + src[c + 4] * far);
+    dst[c] =
+        static_cast<std::remove_reference_t<decltype(*dst)>>(src[c] * left + src[c + 4] * right);
 }
 
 void mix_across(int16_t* dst, const uint8_t* src, const uint32_t* index,
@@ -81,7 +82,7 @@ void mix_across(int16_t* dst, const uint8_t* src, const uint32_t* index,
 void mix_across_wide(float* dst, const uint8_t* src, const uint32_t* index,
                      const WideColumn* columns, size_t count) {
   for (size_t x = 0; x < count; ++x)
-    mix_pixel(dst + x * 4, src + size_t{index[x]} * 4, columns[x].near, columns[x].far);
+    mix_pixel(dst + x * 4, src + size_t{index[x]} * 4, columns[x].left, columns[x].right);
 }
 
 void mix_down(uint8_t* dst, const int16_t* upper, const int16_t* lower, size_t count,
