@@ -1,4 +1,4 @@
-# Peers: pixman and libyuv, from Debian packages.
+# Peers: pixman and libyuv, from Debian packages; Qt 5 where it happens to be installed.
 find_path(PIXMAN_INCLUDE pixman.h PATH_SUFFIXES pixman-1)
 find_library(PIXMAN_LIBRARY pixman-1)
 find_path(LIBYUV_INCLUDE libyuv.h)
@@ -12,4 +12,9 @@ if(LIBYUV_INCLUDE AND LIBYUV_LIBRARY)
   target_include_directories(compositing_bench SYSTEM PRIVATE ${LIBYUV_INCLUDE})
   target_link_libraries(compositing_bench PRIVATE ${LIBYUV_LIBRARY})
   target_compile_definitions(compositing_bench PRIVATE KESTRELON_LIBYUV)
+endif()
+find_package(Qt5Gui QUIET)
+if(Qt5Gui_FOUND)
+  target_link_libraries(compositing_bench PRIVATE Qt5::Gui)
+  target_compile_definitions(compositing_bench PRIVATE KESTRELON_QT)
 endif()

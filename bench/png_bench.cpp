@@ -40,9 +40,20 @@ namespace {
 
 using Bytes = std::vector<uint8_t>;
 
-const ZlibApi kNativeZlib = {::uncompress, ::crc32, ::compress2};
+// zlib with and without its functions for inflating in pieces.
+const ZlibApi kPlainZlib = {::uncompress, ::crc32, ::compress2};
+const ZlibApi kNativeZlib = {
+    ::uncompress,
+    ::crc32,
+    ::compress2,
+    [](ZlibStream* s) { return inflateInit(reinterpret_cast<z_stream*>(s)); },
+    [](ZlibStream* s, int flush) { return ::inflate(reinterpret_cast<z_stream*>(s), flush); },
+    [](ZlibStream* s) { return inflateEnd(reinterpret_cast<z_stream*>(s)); }};
 const ZlibApi* native_zlib() {
   return &kNativeZlib;
+}
+const ZlibApi* plain_zlib() {
+  return &kPlainZlib;
 }
 
 struct PackOptions {
@@ -376,6 +387,7 @@ void register_all() {
     };
     add("png_read/" + c.name + "/own_inflate", nullptr);
     add("png_read/" + c.name + "/zlib", native_zlib);
+    add("png_read/" + c.name + "/uncompress", plain_zlib);
     if (!c.many) {
       benchmark::RegisterBenchmark(
           ("inflate/" + c.name).c_str(),

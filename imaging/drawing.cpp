@@ -1,7 +1,5 @@
 #include "imaging/drawing.h"
 
-#include <cstring>
-
 #include "imaging/c32bpp_dib.h"
 #include "imaging/row_sampler.h"
 
@@ -90,8 +88,7 @@ void draw_scaled(const ScaledSource& source, const BlendEffects& effects,
 
 void copy_scaled(const ScaledSource& source, const MutableImageView& out) {
   RowSampler sampler(source.pixels, shape_of(source, 0, source.dest_width));
-  for (int32_t y = 0; y < source.dest_height; ++y)
-    std::memcpy(out.row(y), sampler.row(y), static_cast<size_t>(source.dest_width) * 4);
+  for (int32_t y = 0; y < source.dest_height; ++y) sampler.write(out.row(y), y);
 }
 
 }  // namespace kestrelon

@@ -12,6 +12,7 @@
 #include "imaging/png_rows.h"
 #include "imaging/png_unfilter.h"
 #include "imaging/zlib_api.h"
+#include "imaging/zlib_inflater.h"
 
 namespace kestrelon {
 namespace {
@@ -29,8 +30,20 @@ uint64_t total_size(const std::vector<std::span<const uint8_t>>& parts) {
   return total;
 }
 
-// The whole stream at once, as zlib wants it. False if zlib refuses.
-bool decode_with_zlib(const png::Description& picture, const ZlibApi& zlib, c32bppDIB& out) {
+// Row by row behind the decompressor, while its output is still in the cache.
+template <class Decompressor>
+bool decode_in_pieces(const png::Description& picture, Decompressor& decompressor, c32bppDIB& out) {
+  png::RowSink rows(picture, out);
+  while (!rows.done()) {
+    const std::span<const uint8_t> run = decompressor.next();
+    if (run.empty()) return false;
+    rows.feed(run);
+  }
+  return true;
+}
+
+// The whole stream at once. False if zlib refuses.
+bool decode_with_uncompress(const png::Description& picture, const ZlibApi& zlib, c32bppDIB& out) {
   const uint64_t size = picture.header.stream_bytes();
   const uint64_t packed_size = total_size(picture.data);
   constexpr uint64_t kLimit = std::numeric_limits<unsigned long>::max();
@@ -56,6 +69,12 @@ bool decode_with_zlib(const png::Description& picture, const ZlibApi& zlib, c32b
   return rows.done();
 }
 
+bool decode_with_zlib(const png::Description& picture, const ZlibApi& zlib, c32bppDIB& out) {
+  if (!zlib.inflate) return decode_with_uncompress(picture, zlib, out);
+  ZlibInflater inflater(zlib, picture.data, picture.header.stream_bytes(), png::kRowSlack);
+  return decode_in_pieces(picture, inflater, out) && inflater.ends_well();
+}
+
 // The library's own way needs far less memory, so a lack of it is no failure yet.
 bool try_zlib(const png::Description& picture, const ZlibApi& zlib, c32bppDIB& out) {
   try {
@@ -65,16 +84,9 @@ bool try_zlib(const png::Description& picture, const ZlibApi& zlib, c32bppDIB& o
   }
 }
 
-// Row by row behind the decompressor, while its output is still in the cache.
 bool decode_with_own_inflate(const png::Description& picture, c32bppDIB& out) {
   Inflater inflater(picture.data, InflateFormat::ZlibLax, picture.header.stream_bytes());
-  png::RowSink rows(picture, out);
-  while (!rows.done()) {
-    const std::span<const uint8_t> run = inflater.next();
-    if (run.empty()) return false;
-    rows.feed(run);
-  }
-  return true;
+  return decode_in_pieces(picture, inflater, out);
 }
 
 AlphaType alpha_of(const png::Description& picture) {

@@ -24,19 +24,34 @@ struct GrayWeights {
   std::array<int16_t, 3> deviation{};
 };
 
-/// Where a destination column of a bilinear row takes its value from: the pixels at `index` and
-/// `index` + 1, both inside the row. The weights include the division by the whole denominator.
-template <class Real>
-struct ColumnWeight {
-  uint32_t index;
-  Real near_weight, far_weight;
+/// Fractions of a column or row that a bilinear weight can tell apart.
+constexpr int32_t kMostUnits = 32767;
+/// Up to so many, a weight fits a signed byte and a weighed sum of two bytes 15 bits.
+constexpr int32_t kMostNarrowUnits = 127;
+
+/// Weights of the two source pixels that make a column; 0 or above, sum at most kMostNarrowUnits.
+/// Repeated for each channel.
+struct NarrowColumn {
+  NarrowColumn() = default;
+  NarrowColumn(int32_t left, int32_t right) {
+    for (size_t c = 0; c < 8; c += 2) {
+      weights[c] = static_cast<int8_t>(left);
+      weights[c + 1] = static_cast<int8_t>(right);
+    }
+  }
+  int8_t weights[8];
 };
 
-/// Two source rows, bytes weighed by upper_weight and lower_weight (0 or above, sum at most 32767).
-struct RowPair {
-  const uint8_t* upper;
-  const uint8_t* lower;
+/// The same with a sum of at most kMostUnits.
+struct WideColumn {
+  int16_t left, right;
+};
+
+/// Weights of two rows that were mixed across; 0 or above, sum at most kMostUnits. `divisor` is the
+/// sum of the row weights times that of the column weights.
+struct RowMix {
   int32_t upper_weight, lower_weight;
+  int32_t divisor;
 };
 
 /// A run along a rotated row: positions in the source in units of 2^-32 pixels, all inside it.
@@ -62,14 +77,18 @@ struct RowKernels {
   void (*reverse)(uint8_t* dst, const uint8_t* src, size_t count);
   /// Picks single pixels: dst[i] = src[columns[i]].
   void (*pick)(uint8_t* dst, const uint8_t* src, const int32_t* columns, size_t count);
-  /// Bilinear row. With v = upper * upper_weight + lower * lower_weight, exact, a byte is the
-  /// truncation of (v[index] * near_weight + v[index + 1] * far_weight) + bias, rounded in this
-  /// order.
-  void (*mix)(uint8_t* dst, const RowPair& rows, const ColumnWeight<float>* columns, size_t count,
-              float bias);
-  /// The same in double precision.
-  void (*mix_wide)(uint8_t* dst, const RowPair& rows, const ColumnWeight<double>* columns,
-                   size_t count, double bias);
+  /// First half of a bilinear row: weighed sums of the bytes of pixels index[x] and index[x] + 1,
+  /// both inside the row, for each channel of `count` columns; exact.
+  void (*mix_across)(int16_t* dst, const uint8_t* src, const uint32_t* index,
+                     const NarrowColumn* columns, size_t count);
+  void (*mix_across_wide)(float* dst, const uint8_t* src, const uint32_t* index,
+                          const WideColumn* columns, size_t count);
+  /// Second half: the exact weighed sum of both rows over the divisor, truncated, for each of
+  /// `count` channels.
+  void (*mix_down)(uint8_t* dst, const int16_t* upper, const int16_t* lower, size_t count,
+                   const RowMix& mix);
+  void (*mix_down_wide)(uint8_t* dst, const float* upper, const float* lower, size_t count,
+                        const RowMix& mix);
   /// Bilinear samples of a rotated run, pixel centres at half steps; edge pixels reach to the edge.
   void (*rotate_bilinear)(uint8_t* dst, const RotatedRun& run, size_t count);
 };

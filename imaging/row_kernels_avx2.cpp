@@ -5,15 +5,17 @@
 #include <immintrin.h>
 
 #include "imaging/row_kernels_simd.h"
+#include "imaging/row_mix_simd.h"
 
 namespace kestrelon {
 namespace {
 
 struct Avx2 {
   using Int = __m256i;
+  using Float = __m256;
   static constexpr size_t kPixels = 8;
 
-  static Int load(const uint8_t* p) { return _mm256_loadu_si256(reinterpret_cast<const Int*>(p)); }
+  static Int load(const void* p) { return _mm256_loadu_si256(static_cast<const Int*>(p)); }
   static void store(uint8_t* p, Int v) { _mm256_storeu_si256(reinterpret_cast<Int*>(p), v); }
   static Int zero() { return _mm256_setzero_si256(); }
   static Int set16(int16_t v) { return _mm256_set1_epi16(v); }
@@ -46,6 +48,18 @@ struct Avx2 {
   static __m256 to_float(Int v) { return _mm256_cvtepi32_ps(v); }
   static __m256 multiply(__m256 a, __m256 b) { return _mm256_mul_ps(a, b); }
   static Int truncate(__m256 v) { return _mm256_cvttps_epi32(v); }
+  static __m256 load_floats(const float* p) { return _mm256_loadu_ps(p); }
+  static __m256 add(__m256 a, __m256 b) { return _mm256_add_ps(a, b); }
+  static __m256 subtract(__m256 a, __m256 b) { return _mm256_sub_ps(a, b); }
+  static __m256 least(__m256 a, __m256 b) { return _mm256_min_ps(a, b); }
+  static bool any_less(__m256 a, __m256 b) {
+    return _mm256_movemask_ps(_mm256_cmp_ps(a, b, _CMP_LT_OQ)) != 0;
+  }
+  static Int sub32(Int a, Int b) { return _mm256_sub_epi32(a, b); }
+  static Int sign32(Int v) { return _mm256_srai_epi32(v, 31); }
+  static Int mul_low32(Int a, Int b) { return _mm256_mullo_epi32(a, b); }
+  static Int unpack_low16(Int a, Int b) { return _mm256_unpacklo_epi16(a, b); }
+  static Int unpack_high16(Int a, Int b) { return _mm256_unpackhi_epi16(a, b); }
   static Int reverse32(Int v) {
     return _mm256_permutevar8x32_epi32(v, _mm256_setr_epi32(7, 6, 5, 4, 3, 2, 1, 0));
   }
@@ -58,6 +72,16 @@ struct Avx2 {
   }
   /// Sums of neighbouring 32-bit lanes; undoes the order that widen_low8 and widen_high8 make.
   static Int add_pairs32(Int a, Int b) { return _mm256_hadd_epi32(a, b); }
+  /// Bytes out of 32-bit lanes: pairs in the order that unpacking made, or all in rising order.
+  static Int pack_unpacked(Int a, Int b, Int c, Int d) {
+    return _mm256_permute4x64_epi64(
+        _mm256_packus_epi16(_mm256_packs_epi32(a, b), _mm256_packs_epi32(c, d)), 0xD8);
+  }
+  static Int pack_in_order(Int a, Int b, Int c, Int d) {
+    return _mm256_permutevar8x32_epi32(
+        _mm256_packus_epi16(_mm256_packs_epi32(a, b), _mm256_packs_epi32(c, d)),
+        _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7));
+  }
   static Int look_up_alpha(const uint32_t* table, const uint8_t*, Int pixels) {
     return _mm256_i32gather_epi32(reinterpret_cast<const int*>(table),
                                   _mm256_srli_epi32(pixels, 24), 4);
@@ -73,68 +97,59 @@ void pick(uint8_t* dst, const uint8_t* src, const int32_t* columns, size_t count
   plain_row_kernels().pick(dst + x * 4, src, columns + x, count - x);
 }
 
-__m256i row_weights(const RowPair& rows) {
-  return _mm256_set1_epi32(rows.lower_weight << 16 | rows.upper_weight);
+// A pixel and its right neighbour, in every 64-bit lane.
+__m256i load_pair(const uint8_t* src, uint32_t index) {
+  const uint8_t* p = src + size_t{index} * 4;
+  return _mm256_broadcastq_epi64(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)));
 }
 
-// Both pixels of a column, rows mixed: the left one in the lower half.
-__m256i mixed_pair(const RowPair& rows, uint32_t index, __m256i weights) {
-  const size_t at = size_t{index} * 4;
-  const __m128i upper = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(rows.upper + at));
-  const __m128i lower = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(rows.lower + at));
-  return _mm256_madd_epi16(_mm256_cvtepu8_epi16(_mm_unpacklo_epi8(upper, lower)), weights);
+void mix_across(int16_t* dst, const uint8_t* src, const uint32_t* index,
+                const NarrowColumn* columns, size_t count) {
+  const __m256i side_by_side =
+      _mm256_setr_epi8(0, 4, 1, 5, 2, 6, 3, 7, 8, 12, 9, 13, 10, 14, 11, 15, 0, 4, 1, 5, 2, 6, 3, 7,
+                       8, 12, 9, 13, 10, 14, 11, 15);
+  const auto mixed = [&](size_t x) {
+    const __m256i low =
+        _mm256_blend_epi32(load_pair(src, index[x]), load_pair(src, index[x + 1]), 0x0C);
+    const __m256i high =
+        _mm256_blend_epi32(load_pair(src, index[x + 2]), load_pair(src, index[x + 3]), 0xC0);
+    const __m256i pairs = _mm256_shuffle_epi8(_mm256_blend_epi32(low, high, 0xF0), side_by_side);
+    const __m256i weights = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(columns + x));
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(dst + x * 4),
+                        _mm256_maddubs_epi16(pairs, weights));
+  };
+  if (count < 4) return plain_row_kernels().mix_across(dst, src, index, columns, count);
+  for (size_t x = 0; x < count - 4; x += 4) mixed(x);
+  mixed(count - 4);  // may do some columns again
 }
 
-__m256 weighted_pair(const RowPair& rows, const ColumnWeight<float>& column, __m256i weights) {
-  const __m256 both =
-      _mm256_castpd_ps(_mm256_broadcast_sd(reinterpret_cast<const double*>(&column.near_weight)));
-  const __m256 factors = _mm256_permutevar_ps(both, _mm256_setr_epi32(0, 0, 0, 0, 1, 1, 1, 1));
-  return _mm256_mul_ps(_mm256_cvtepi32_ps(mixed_pair(rows, column.index, weights)), factors);
-}
-
-__m256i mixed_two(const RowPair& rows, const ColumnWeight<float>* columns, __m256i weights,
-                  __m256 bias) {
-  const __m256 first = weighted_pair(rows, columns[0], weights);
-  const __m256 second = weighted_pair(rows, columns[1], weights);
-  const __m256 near = _mm256_permute2f128_ps(first, second, 0x20);
-  const __m256 far = _mm256_permute2f128_ps(first, second, 0x31);
-  return _mm256_cvttps_epi32(_mm256_add_ps(_mm256_add_ps(near, far), bias));
-}
-
-void mix(uint8_t* dst, const RowPair& rows, const ColumnWeight<float>* columns, size_t count,
-         float bias) {
-  const __m256 b = _mm256_set1_ps(bias);
-  const __m256i weights = row_weights(rows);
-  const __m256i order = _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7);
-  size_t x = 0;
-  for (; x + 8 <= count; x += 8) {
-    const ColumnWeight<float>* column = columns + x;
-    const __m256i low = _mm256_packs_epi32(mixed_two(rows, column, weights, b),
-                                           mixed_two(rows, column + 2, weights, b));
-    const __m256i high = _mm256_packs_epi32(mixed_two(rows, column + 4, weights, b),
-                                            mixed_two(rows, column + 6, weights, b));
-    Avx2::store(dst + x * 4, _mm256_permutevar8x32_epi32(_mm256_packus_epi16(low, high), order));
-  }
-  plain_row_kernels().mix(dst + x * 4, rows, columns + x, count - x, bias);
+void mix_across_wide(float* dst, const uint8_t* src, const uint32_t* index,
+                     const WideColumn* columns, size_t count) {
+  const __m256i side_by_side =
+      _mm256_setr_epi8(0, -1, 4, -1, 1, -1, 5, -1, 2, -1, 6, -1, 3, -1, 7, -1, 0, -1, 4, -1, 1, -1,
+                       5, -1, 2, -1, 6, -1, 3, -1, 7, -1);
+  const __m256i first = _mm256_setr_epi32(0, 0, 0, 0, 1, 1, 1, 1);
+  const __m256i second = _mm256_setr_epi32(2, 2, 2, 2, 3, 3, 3, 3);
+  const auto mixed = [&](size_t x, __m256i weights) {
+    const __m256i both =
+        _mm256_blend_epi32(load_pair(src, index[x]), load_pair(src, index[x + 1]), 0xF0);
+    const __m256i sums = _mm256_madd_epi16(_mm256_shuffle_epi8(both, side_by_side), weights);
+    _mm256_storeu_ps(dst + x * 4, _mm256_cvtepi32_ps(sums));
+  };
+  const auto mixed_four = [&](size_t x) {
+    const __m256i weights =
+        _mm256_castsi128_si256(_mm_loadu_si128(reinterpret_cast<const __m128i*>(columns + x)));
+    mixed(x, _mm256_permutevar8x32_epi32(weights, first));
+    mixed(x + 2, _mm256_permutevar8x32_epi32(weights, second));
+  };
+  if (count < 4) return plain_row_kernels().mix_across_wide(dst, src, index, columns, count);
+  for (size_t x = 0; x < count - 4; x += 4) mixed_four(x);
+  mixed_four(count - 4);  // may do some columns again
 }
 
 void store_pixel(uint8_t* dst, __m128i lanes) {
   const int pixel = _mm_cvtsi128_si32(_mm_packus_epi16(_mm_packs_epi32(lanes, lanes), lanes));
   __builtin_memcpy(dst, &pixel, 4);
-}
-
-void mix_wide(uint8_t* dst, const RowPair& rows, const ColumnWeight<double>* columns, size_t count,
-              double bias) {
-  const __m256d b = _mm256_set1_pd(bias);
-  const __m256i weights = row_weights(rows);
-  for (size_t x = 0; x < count; ++x) {
-    const __m256i pair = mixed_pair(rows, columns[x].index, weights);
-    const __m256d near = _mm256_mul_pd(_mm256_cvtepi32_pd(_mm256_castsi256_si128(pair)),
-                                       _mm256_broadcast_sd(&columns[x].near_weight));
-    const __m256d far = _mm256_mul_pd(_mm256_cvtepi32_pd(_mm256_extracti128_si256(pair, 1)),
-                                      _mm256_broadcast_sd(&columns[x].far_weight));
-    store_pixel(dst + x * 4, _mm256_cvttpd_epi32(_mm256_add_pd(_mm256_add_pd(near, far), b)));
-  }
 }
 
 // Two neighbouring pixels as floats, the left one in the lower half; at the last column one twice.
@@ -180,15 +195,16 @@ void rotate_bilinear(uint8_t* dst, const RotatedRun& run, size_t count) {
 }
 
 using Rows = VectorRows<Avx2>;
+using Mix = VectorMix<Avx2>;
 
 }  // namespace
 
 const RowKernels* avx2_row_kernels() {
   static const bool supported = __builtin_cpu_supports("avx2");
   if (!supported) return nullptr;
-  static const RowKernels kernels = {"AVX2",     Rows::blend,   Rows::light,
-                                     Rows::gray, Rows::reverse, pick,
-                                     mix,        mix_wide,      rotate_bilinear};
+  static const RowKernels kernels = {
+      "AVX2",     Rows::blend,     Rows::light,   Rows::gray,         Rows::reverse,  pick,
+      mix_across, mix_across_wide, Mix::mix_down, Mix::mix_down_wide, rotate_bilinear};
   return &kernels;
 }
 

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cstring>
+#include <type_traits>
 
 #include "imaging/premultiply.h"
 #include "imaging/row_kernels.h"
@@ -64,19 +65,40 @@ void pick(uint8_t* dst, const uint8_t* src, const int32_t* columns, size_t count
   for (size_t x = 0; x < count; ++x) std::memcpy(dst + x * 4, src + ptrdiff_t{columns[x]} * 4, 4);
 }
 
-template <class Real>
-void mix(uint8_t* dst, const RowPair& rows, const ColumnWeight<Real>* columns, size_t count,
-         Real bias) {
+void mix_pixel(auto* dst, const uint8_t* src, int32_t left, int32_t right) {
+  for (size_t c = 0; c < 4; ++c)
+    dst[c] =
+        static_cast<std::remove_reference_t<decltype(*dst)>>(src[c] * left + src[c + 4] * right);
+}
+
+void mix_across(int16_t* dst, const uint8_t* src, const uint32_t* index,
+                const NarrowColumn* columns, size_t count) {
   for (size_t x = 0; x < count; ++x) {
-    const uint8_t* upper = rows.upper + size_t{columns[x].index} * 4;
-    const uint8_t* lower = rows.lower + size_t{columns[x].index} * 4;
-    for (size_t c = 0; c < 4; ++c) {
-      const int32_t left = upper[c] * rows.upper_weight + lower[c] * rows.lower_weight;
-      const int32_t right = upper[c + 4] * rows.upper_weight + lower[c + 4] * rows.lower_weight;
-      const Real near = static_cast<Real>(left) * columns[x].near_weight;
-      const Real far = static_cast<Real>(right) * columns[x].far_weight;
-      dst[x * 4 + c] = static_cast<uint8_t>((near + far) + bias);
-    }
+    const int8_t* weights = columns[x].weights;
+    mix_pixel(dst + x * 4, src + size_t{index[x]} * 4, weights[0], weights[1]);
+  }
+}
+
+void mix_across_wide(float* dst, const uint8_t* src, const uint32_t* index,
+                     const WideColumn* columns, size_t count) {
+  for (size_t x = 0; x < count; ++x)
+    mix_pixel(dst + x * 4, src + size_t{index[x]} * 4, columns[x].left, columns[x].right);
+}
+
+void mix_down(uint8_t* dst, const int16_t* upper, const int16_t* lower, size_t count,
+              const RowMix& mix) {
+  for (size_t i = 0; i < count; ++i) {
+    const int32_t sum = upper[i] * mix.upper_weight + lower[i] * mix.lower_weight;
+    dst[i] = static_cast<uint8_t>(sum / mix.divisor);
+  }
+}
+
+void mix_down_wide(uint8_t* dst, const float* upper, const float* lower, size_t count,
+                   const RowMix& mix) {
+  for (size_t i = 0; i < count; ++i) {
+    const int64_t sum = static_cast<int64_t>(upper[i]) * mix.upper_weight +
+                        static_cast<int64_t>(lower[i]) * mix.lower_weight;
+    dst[i] = static_cast<uint8_t>(sum / mix.divisor);
   }
 }
 
@@ -101,8 +123,9 @@ void rotate_bilinear(uint8_t* dst, const RotatedRun& run, size_t count) {
   }
 }
 
-constexpr RowKernels kPlain = {"plain", blend,      light,       gray,           reverse,
-                               pick,    mix<float>, mix<double>, rotate_bilinear};
+constexpr RowKernels kPlain = {"plain",  blend,         light,          gray,
+                               reverse,  pick,          mix_across,     mix_across_wide,
+                               mix_down, mix_down_wide, rotate_bilinear};
 
 }  // namespace
 

@@ -5,15 +5,17 @@
 #include <emmintrin.h>
 
 #include "imaging/row_kernels_simd.h"
+#include "imaging/row_mix_simd.h"
 
 namespace kestrelon {
 namespace {
 
 struct Sse2 {
   using Int = __m128i;
+  using Float = __m128;
   static constexpr size_t kPixels = 4;
 
-  static Int load(const uint8_t* p) { return _mm_loadu_si128(reinterpret_cast<const Int*>(p)); }
+  static Int load(const void* p) { return _mm_loadu_si128(static_cast<const Int*>(p)); }
   static void store(uint8_t* p, Int v) { _mm_storeu_si128(reinterpret_cast<Int*>(p), v); }
   static Int zero() { return _mm_setzero_si128(); }
   static Int set16(int16_t v) { return _mm_set1_epi16(v); }
@@ -46,6 +48,20 @@ struct Sse2 {
   static __m128 to_float(Int v) { return _mm_cvtepi32_ps(v); }
   static __m128 multiply(__m128 a, __m128 b) { return _mm_mul_ps(a, b); }
   static Int truncate(__m128 v) { return _mm_cvttps_epi32(v); }
+  static __m128 load_floats(const float* p) { return _mm_loadu_ps(p); }
+  static __m128 add(__m128 a, __m128 b) { return _mm_add_ps(a, b); }
+  static __m128 subtract(__m128 a, __m128 b) { return _mm_sub_ps(a, b); }
+  static __m128 least(__m128 a, __m128 b) { return _mm_min_ps(a, b); }
+  static bool any_less(__m128 a, __m128 b) { return _mm_movemask_ps(_mm_cmplt_ps(a, b)) != 0; }
+  static Int sub32(Int a, Int b) { return _mm_sub_epi32(a, b); }
+  static Int sign32(Int v) { return _mm_srai_epi32(v, 31); }
+  static Int mul_low32(Int a, Int b) {
+    const Int even = _mm_mul_epu32(a, b);
+    const Int odd = _mm_mul_epu32(_mm_srli_epi64(a, 32), _mm_srli_epi64(b, 32));
+    return _mm_unpacklo_epi32(_mm_shuffle_epi32(even, 0x08), _mm_shuffle_epi32(odd, 0x08));
+  }
+  static Int unpack_low16(Int a, Int b) { return _mm_unpacklo_epi16(a, b); }
+  static Int unpack_high16(Int a, Int b) { return _mm_unpackhi_epi16(a, b); }
   static Int reverse32(Int v) { return _mm_shuffle_epi32(v, 0x1B); }
 
   /// The alpha of each pixel in both of its 16-bit lanes.
@@ -59,75 +75,53 @@ struct Sse2 {
     return _mm_add_epi32(_mm_castps_si128(_mm_shuffle_ps(x, y, 0x88)),
                          _mm_castps_si128(_mm_shuffle_ps(x, y, 0xDD)));
   }
+  /// Bytes out of 32-bit lanes: pairs in the order that unpacking made, or all in rising order.
+  static Int pack_unpacked(Int a, Int b, Int c, Int d) { return pack_in_order(a, b, c, d); }
+  static Int pack_in_order(Int a, Int b, Int c, Int d) {
+    return _mm_packus_epi16(_mm_packs_epi32(a, b), _mm_packs_epi32(c, d));
+  }
   static Int look_up_alpha(const uint32_t* table, const uint8_t* p, Int) {
     return _mm_setr_epi32(static_cast<int>(table[p[3]]), static_cast<int>(table[p[7]]),
                           static_cast<int>(table[p[11]]), static_cast<int>(table[p[15]]));
   }
 };
 
-// Both pixels of a column, rows mixed, as four 32-bit sums each.
-struct MixedPair {
-  __m128i left, right;
-};
-
-MixedPair mixed_pair(const RowPair& rows, uint32_t index, __m128i weights) {
-  const auto at = [&](const uint8_t* row) {
-    return _mm_loadl_epi64(reinterpret_cast<const __m128i*>(row + size_t{index} * 4));
-  };
-  const __m128i zero = _mm_setzero_si128();
-  const __m128i both = _mm_unpacklo_epi8(at(rows.upper), at(rows.lower));
-  return {_mm_madd_epi16(_mm_unpacklo_epi8(both, zero), weights),
-          _mm_madd_epi16(_mm_unpackhi_epi8(both, zero), weights)};
+// The channels of a pixel and its right neighbour side by side, as 16-bit lanes.
+__m128i load_side_by_side(const uint8_t* src, uint32_t index) {
+  const __m128i both = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(src + size_t{index} * 4));
+  return _mm_unpacklo_epi8(_mm_unpacklo_epi8(both, _mm_srli_epi64(both, 32)), _mm_setzero_si128());
 }
 
-__m128i row_weights(const RowPair& rows) {
-  return _mm_set1_epi32(rows.lower_weight << 16 | rows.upper_weight);
+__m128i mixed_narrow(const uint8_t* src, uint32_t index, const NarrowColumn* column) {
+  const __m128i weights = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(column));
+  return _mm_madd_epi16(load_side_by_side(src, index),
+                        _mm_unpacklo_epi8(weights, _mm_setzero_si128()));
 }
 
-__m128i mixed_pixel(const RowPair& rows, const ColumnWeight<float>& column, __m128i weights,
-                    __m128 bias) {
-  const MixedPair pair = mixed_pair(rows, column.index, weights);
-  const __m128 near = _mm_mul_ps(_mm_cvtepi32_ps(pair.left), _mm_set1_ps(column.near_weight));
-  const __m128 far = _mm_mul_ps(_mm_cvtepi32_ps(pair.right), _mm_set1_ps(column.far_weight));
-  return _mm_cvttps_epi32(_mm_add_ps(_mm_add_ps(near, far), bias));
-}
-
-void mix(uint8_t* dst, const RowPair& rows, const ColumnWeight<float>* columns, size_t count,
-         float bias) {
-  const __m128 b = _mm_set1_ps(bias);
-  const __m128i weights = row_weights(rows);
+void mix_across(int16_t* dst, const uint8_t* src, const uint32_t* index,
+                const NarrowColumn* columns, size_t count) {
   size_t x = 0;
-  for (; x + 4 <= count; x += 4) {
-    __m128i pixels[4];
-    for (size_t k = 0; k < 4; ++k) pixels[k] = mixed_pixel(rows, columns[x + k], weights, b);
-    Sse2::store(dst + x * 4, _mm_packus_epi16(_mm_packs_epi32(pixels[0], pixels[1]),
-                                              _mm_packs_epi32(pixels[2], pixels[3])));
+  for (; x + 2 <= count; x += 2) {
+    const __m128i sums = _mm_packs_epi32(mixed_narrow(src, index[x], columns + x),
+                                         mixed_narrow(src, index[x + 1], columns + x + 1));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(dst + x * 4), sums);
   }
-  plain_row_kernels().mix(dst + x * 4, rows, columns + x, count - x, bias);
+  plain_row_kernels().mix_across(dst + x * 4, src, index + x, columns + x, count - x);
 }
 
-__m128i mixed_half(__m128i left, __m128i right, const ColumnWeight<double>& column, __m128d bias) {
-  const __m128d near = _mm_mul_pd(_mm_cvtepi32_pd(left), _mm_set1_pd(column.near_weight));
-  const __m128d far = _mm_mul_pd(_mm_cvtepi32_pd(right), _mm_set1_pd(column.far_weight));
-  return _mm_cvttpd_epi32(_mm_add_pd(_mm_add_pd(near, far), bias));
+void mix_across_wide(float* dst, const uint8_t* src, const uint32_t* index,
+                     const WideColumn* columns, size_t count) {
+  for (size_t x = 0; x < count; ++x) {
+    int32_t weights;
+    __builtin_memcpy(&weights, columns + x, 4);
+    const __m128i sums = _mm_madd_epi16(load_side_by_side(src, index[x]), _mm_set1_epi32(weights));
+    _mm_storeu_ps(dst + x * 4, _mm_cvtepi32_ps(sums));
+  }
 }
 
 void store_pixel(uint8_t* dst, __m128i lanes) {
   const int pixel = _mm_cvtsi128_si32(_mm_packus_epi16(_mm_packs_epi32(lanes, lanes), lanes));
   __builtin_memcpy(dst, &pixel, 4);
-}
-
-void mix_wide(uint8_t* dst, const RowPair& rows, const ColumnWeight<double>* columns, size_t count,
-              double bias) {
-  const __m128d b = _mm_set1_pd(bias);
-  const __m128i weights = row_weights(rows);
-  for (size_t x = 0; x < count; ++x) {
-    const MixedPair pair = mixed_pair(rows, columns[x].index, weights);
-    const __m128i low = mixed_half(pair.left, pair.right, columns[x], b);
-    const __m128i high =
-        mixed_half(_mm_srli_si128(pair.left, 8), _mm_srli_si128(pair.right, 8), columns[x], b);
-    store_pixel(dst + x * 4, _mm_unpacklo_epi64(low, high));
-  }
 }
 
 __m128 widened(__m128i bytes, int which) {
@@ -172,13 +166,16 @@ void rotate_bilinear(uint8_t* dst, const RotatedRun& run, size_t count) {
 }
 
 using Rows = VectorRows<Sse2>;
+using Mix = VectorMix<Sse2>;
+
 // Picking single pixels has no better form here than the plain one.
 void pick(uint8_t* dst, const uint8_t* src, const int32_t* columns, size_t count) {
   plain_row_kernels().pick(dst, src, columns, count);
 }
 
-constexpr RowKernels kSse2 = {"SSE2", Rows::blend, Rows::light, Rows::gray,     Rows::reverse,
-                              pick,   mix,         mix_wide,    rotate_bilinear};
+constexpr RowKernels kSse2 = {
+    "SSE2",     Rows::blend,     Rows::light,   Rows::gray,         Rows::reverse,  pick,
+    mix_across, mix_across_wide, Mix::mix_down, Mix::mix_down_wide, rotate_bilinear};
 
 }  // namespace
 

@@ -6,6 +6,24 @@
 
 namespace kestrelon {
 
+/// zlib's z_stream, whose layout is part of its binary interface.
+struct ZlibStream {
+  const uint8_t* next_in = nullptr;
+  unsigned int avail_in = 0;
+  unsigned long total_in = 0;
+  uint8_t* next_out = nullptr;
+  unsigned int avail_out = 0;
+  unsigned long total_out = 0;
+  const char* message = nullptr;
+  void* state = nullptr;
+  void* allocate = nullptr;  ///< null: zlib's own
+  void* release = nullptr;
+  void* opaque = nullptr;
+  int data_type = 0;
+  unsigned long adler = 0;
+  unsigned long reserved = 0;
+};
+
 /// The functions of zlib that the PNG classes call; their contracts are zlib's, the calling
 /// convention is the compiler's. A function that the library lacks is null.
 struct ZlibApi {
@@ -14,9 +32,14 @@ struct ZlibApi {
   unsigned long (*crc32)(unsigned long crc, const uint8_t* bytes, unsigned int size) = nullptr;
   int (*compress2)(uint8_t* dest, unsigned long* dest_size, const uint8_t* source,
                    unsigned long source_size, int level) = nullptr;
+  /// For inflating in pieces; all three or none. `inflate_init` is zlib's inflateInit.
+  int (*inflate_init)(ZlibStream* stream) = nullptr;
+  int (*inflate)(ZlibStream* stream, int flush) = nullptr;
+  int (*inflate_end)(ZlibStream* stream) = nullptr;
 };
 
 constexpr int kZlibOk = 0;
+constexpr int kZlibStreamEnd = 1;
 
 /// Answers the functions, which live as long as the process, or null where there is no zlib. Called
 /// once for each image read or written.

@@ -15,10 +15,16 @@ constexpr wchar_t kDllName[] = L"zlibwapi.dll";
 using UncompressEntry = int(WINAPI*)(uint8_t*, unsigned long*, const uint8_t*, unsigned long);
 using Crc32Entry = unsigned long(WINAPI*)(unsigned long, const uint8_t*, unsigned int);
 using Compress2Entry = int(WINAPI*)(uint8_t*, unsigned long*, const uint8_t*, unsigned long, int);
+using InflateInitEntry = int(WINAPI*)(ZlibStream*, const char*, int);
+using InflateEntry = int(WINAPI*)(ZlibStream*, int);
+using InflateEndEntry = int(WINAPI*)(ZlibStream*);
 
 UncompressEntry g_uncompress = nullptr;
 Crc32Entry g_crc32 = nullptr;
 Compress2Entry g_compress2 = nullptr;
+InflateInitEntry g_inflate_init = nullptr;
+InflateEntry g_inflate = nullptr;
+InflateEndEntry g_inflate_end = nullptr;
 
 int call_uncompress(uint8_t* dest, unsigned long* dest_size, const uint8_t* source,
                     unsigned long source_size) {
@@ -32,6 +38,19 @@ unsigned long call_crc32(unsigned long crc, const uint8_t* bytes, unsigned int s
 int call_compress2(uint8_t* dest, unsigned long* dest_size, const uint8_t* source,
                    unsigned long source_size, int level) {
   return g_compress2(dest, dest_size, source, source_size, level);
+}
+
+// zlib compares the first digit of the version and the size of the structure.
+int call_inflate_init(ZlibStream* stream) {
+  return g_inflate_init(stream, "1", static_cast<int>(sizeof *stream));
+}
+
+int call_inflate(ZlibStream* stream, int flush) {
+  return g_inflate(stream, flush);
+}
+
+int call_inflate_end(ZlibStream* stream) {
+  return g_inflate_end(stream);
 }
 
 // The folder of the module that holds this code, with its last backslash; empty if unknown.
@@ -70,6 +89,14 @@ const ZlibApi* load_api() {
   if (g_uncompress) api.uncompress = call_uncompress;
   if (g_crc32) api.crc32 = call_crc32;
   if (g_compress2) api.compress2 = call_compress2;
+  g_inflate_init = entry<InflateInitEntry>(dll, "inflateInit_");
+  g_inflate = entry<InflateEntry>(dll, "inflate");
+  g_inflate_end = entry<InflateEndEntry>(dll, "inflateEnd");
+  if (g_inflate_init && g_inflate && g_inflate_end) {
+    api.inflate_init = call_inflate_init;
+    api.inflate = call_inflate;
+    api.inflate_end = call_inflate_end;
+  }
   return &api;
 }
 

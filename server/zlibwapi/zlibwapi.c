@@ -23,4 +23,12 @@ int WINAPI wapi_uncompress(Bytef* out, uLongf* out_length, const Bytef* data, uL
   return uncompress(out, out_length, data, length);
 }
 
+int WINAPI wapi_inflateInit_(z_streamp stream, const char* version, int stream_size) {
+  return inflateInit_(stream, version, stream_size);
+}
+
+int WINAPI wapi_inflate(z_streamp stream, int flush) { return inflate(stream, flush); }
+
+int WINAPI wapi_inflateEnd(z_streamp stream) { return inflateEnd(stream); }
+
 const char* WINAPI wapi_zlibVersion(void) { return zlibVersion(); }

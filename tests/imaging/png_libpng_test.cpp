@@ -143,7 +143,7 @@ TEST(PngAgainstLibpng, EveryKindAtEverySize) {
       const std::string what = testing::PrintToString(std::vector<uint32_t>{
           static_cast<uint32_t>(kind.color), static_cast<uint32_t>(kind.depth), kind.interlaced,
           kind.transparency, width, height});
-      for (ZlibLoader loader : {ZlibLoader{nullptr}, ZlibLoader{png_test::native_zlib}}) {
+      for (ZlibLoader loader : png_test::kLoaders) {
         const png_test::WithZlib zlib(loader);
         c32bppDIB image;
         ASSERT_TRUE(read_png(file, image)) << what;

@@ -3,6 +3,7 @@
 
 #include <zlib.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <functional>
@@ -18,7 +19,8 @@ namespace kestrelon::png_test {
 
 using Bytes = std::vector<uint8_t>;
 
-inline const ZlibApi* native_zlib() {
+/// zlib with the functions that every copy of it has.
+inline const ZlibApi* plain_zlib() {
   static const ZlibApi api = {[](uint8_t* d, unsigned long* n, const uint8_t* s, unsigned long m) {
                                 return ::uncompress(d, n, s, m);
                               },
@@ -28,6 +30,26 @@ inline const ZlibApi* native_zlib() {
                                  int level) { return ::compress2(d, n, s, m, level); }};
   return &api;
 }
+
+/// The same with those that inflate in pieces.
+inline const ZlibApi* native_zlib() {
+  static_assert(sizeof(ZlibStream) == sizeof(z_stream) &&
+                offsetof(ZlibStream, reserved) == offsetof(z_stream, reserved) &&
+                offsetof(ZlibStream, state) == offsetof(z_stream, state));
+  static const ZlibApi api = [] {
+    ZlibApi all = *plain_zlib();
+    all.inflate_init = [](ZlibStream* s) { return inflateInit(reinterpret_cast<z_stream*>(s)); };
+    all.inflate = [](ZlibStream* s, int flush) {
+      return ::inflate(reinterpret_cast<z_stream*>(s), flush);
+    };
+    all.inflate_end = [](ZlibStream* s) { return inflateEnd(reinterpret_cast<z_stream*>(s)); };
+    return all;
+  }();
+  return &api;
+}
+
+/// No zlib, an old one, a whole one.
+inline constexpr ZlibLoader kLoaders[] = {nullptr, plain_zlib, native_zlib};
 
 /// zlib is what `loader` answers for as long as this lives.
 class WithZlib {

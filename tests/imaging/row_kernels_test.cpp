@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <random>
+#include <type_traits>
 #include <vector>
 
 #include "imaging/tones.h"
@@ -127,33 +128,99 @@ TEST(GrayRows, AllFormulasRoundTheExactSumHalvesToEven) {
   }
 }
 
-TEST(MixRows, AllSetsGiveEqualBytes) {
+TEST(PickRows, AllSetsGiveEqualBytes) {
   std::mt19937 random(7);
-  const auto sets = kernel_sets();
-  std::vector<uint8_t> upper(4 * 103), lower(upper.size());
-  for (auto* row : {&upper, &lower}) {
-    for (uint8_t& byte : *row) byte = static_cast<uint8_t>(random());
-  }
-  std::vector<ColumnWeight<float>> columns;
-  std::vector<ColumnWeight<double>> wide_columns;
+  std::vector<uint8_t> row(4 * 103);
+  for (uint8_t& byte : row) byte = static_cast<uint8_t>(random());
   std::vector<int32_t> places;
-  for (uint32_t x = 0; x < 101; ++x) {
-    const double far = x / 101.0 / 32767, near = (101 - x) / 101.0 / 32767;
-    columns.push_back({(x * 37) % 102, static_cast<float>(near), static_cast<float>(far)});
-    wide_columns.push_back({(x * 37) % 102, near, far});
-    places.push_back(static_cast<int32_t>((x * 53) % 103));
+  for (uint32_t x = 0; x < 101; ++x) places.push_back(static_cast<int32_t>((x * 53) % 103));
+  std::vector<std::vector<uint8_t>> results;
+  for (const RowKernels* set : kernel_sets()) {
+    auto& out = results.emplace_back(4 * (places.size() + 103));
+    set->pick(out.data(), row.data(), places.data(), places.size());
+    set->reverse(out.data() + places.size() * 4, row.data(), 103);
+    EXPECT_EQ(results.back(), results.front()) << set->name;
   }
-  for (int weight : {0, 1, 500, 32767}) {
-    const RowPair rows{upper.data(), lower.data(), weight, 32767 - weight};
-    std::vector<std::vector<uint8_t>> results;
-    for (const RowKernels* set : sets) {
-      auto& out = results.emplace_back(4 * (3 * columns.size() + 103));
-      uint8_t* to = out.data();
-      set->mix(to, rows, columns.data(), columns.size(), 0x1p-13f);
-      set->mix_wide(to + 404, rows, wide_columns.data(), columns.size(), 0x1p-30);
-      set->pick(to + 808, upper.data(), places.data(), places.size());
-      set->reverse(to + 1212, upper.data(), 103);
-      EXPECT_EQ(results.back(), results.front()) << set->name;
+}
+
+// A bilinear row between two source rows, with all weights at random but those at the edges of
+// their range.
+struct MixCase {
+  int32_t column_units, row_units;
+  std::vector<uint8_t> upper, lower;
+  std::vector<uint32_t> index;
+  std::vector<int32_t> far;
+  int32_t lower_weight;
+
+  MixCase(std::mt19937& random, int32_t most_column_units) {
+    const auto any = [&](int32_t most) { return static_cast<int32_t>(random() % (most + 1u)); };
+    column_units = 1 + any(random() % 2 ? 40 : most_column_units - 1);
+    row_units = 1 + any(random() % 2 ? 40 : kMostUnits - 1);
+    const int32_t width = 2 + any(60), count = any(70);
+    for (auto* row : {&upper, &lower}) {
+      const uint32_t style = random() % 4;
+      const auto tint = static_cast<uint8_t>(random());
+      for (int32_t i = 0; i < width * 4; ++i) {
+        const auto value = static_cast<uint8_t>(random());
+        const uint8_t styles[] = {value, tint, static_cast<uint8_t>(value & 1 ? 255 : 254), 255};
+        row->push_back(styles[style]);
+      }
+    }
+    for (int32_t x = 0; x < count; ++x) {
+      index.push_back(static_cast<uint32_t>(any(width - 2)));
+      const int32_t choices[] = {0, column_units, any(column_units), any(column_units)};
+      far.push_back(choices[random() % 4]);
+    }
+    const int32_t choices[] = {0, row_units, any(row_units), any(row_units)};
+    lower_weight = choices[random() % 4];
+  }
+
+  uint8_t expected(size_t x, size_t c) const {
+    const auto across = [&](const std::vector<uint8_t>& row) {
+      const uint8_t* p = &row[index[x] * 4 + c];
+      return int64_t{p[0]} * (column_units - far[x]) + int64_t{p[4]} * far[x];
+    };
+    const int64_t sum = across(upper) * (row_units - lower_weight) + across(lower) * lower_weight;
+    return static_cast<uint8_t>(sum / (int64_t{column_units} * row_units));
+  }
+
+  template <class Sum, class Column>
+  std::vector<uint8_t> run(auto across, auto down) const {
+    std::vector<Column> columns;
+    for (int32_t f : far) {
+      if constexpr (std::is_same_v<Column, NarrowColumn>) {
+        columns.emplace_back(column_units - f, f);
+      } else {
+        columns.push_back({static_cast<int16_t>(column_units - f), static_cast<int16_t>(f)});
+      }
+    }
+    std::vector<Sum> sums[2];
+    for (size_t k : {0, 1}) {
+      sums[k].resize(index.size() * 4);
+      across(sums[k].data(), (k ? lower : upper).data(), index.data(), columns.data(),
+             index.size());
+    }
+    std::vector<uint8_t> out(index.size() * 4);
+    down(out.data(), sums[0].data(), sums[1].data(), out.size(),
+         RowMix{row_units - lower_weight, lower_weight, column_units * row_units});
+    return out;
+  }
+};
+
+TEST(MixRows, EverySetTruncatesTheExactSum) {
+  std::mt19937 random(7);
+  for (int k = 0; k < 20000; ++k) {
+    const bool narrow = k % 2 == 0;
+    const MixCase mix(random, narrow ? kMostNarrowUnits : kMostUnits);
+    for (const RowKernels* set : kernel_sets()) {
+      const std::vector<uint8_t> out =
+          narrow ? mix.run<int16_t, NarrowColumn>(set->mix_across, set->mix_down)
+                 : mix.run<float, WideColumn>(set->mix_across_wide, set->mix_down_wide);
+      for (size_t i = 0; i < out.size(); ++i) {
+        ASSERT_EQ(out[i], mix.expected(i / 4, i % 4))
+            << set->name << ' ' << narrow << " case " << k << " at " << i << " units "
+            << mix.column_units << ' ' << mix.row_units;
+      }
     }
   }
 }

@@ -107,6 +107,33 @@ TEST_P(RowSamplerTest, NearestTakesThePixelTheRatioInDoublePrecisionNames) {
   }
 }
 
+// Rows may be asked for in any order, as clipping and mirrored surfaces do.
+TEST(RowSampler, RowsDoNotDependOnTheRowsBefore) {
+  const Picture picture(37, 23, 7);
+  for (const bool smooth : {false, true}) {
+    for (const Case size : {Case{100, 51}, Case{150, 301}, Case{17, 11}, Case{331, 9}}) {
+      SamplingShape shape;
+      shape.dest_width = shape.columns = size.dw;
+      shape.dest_height = size.dh;
+      shape.high_quality = smooth;
+      RowSampler used(picture.view(), shape);
+      const auto bytes = static_cast<size_t>(size.dw) * 4;
+      std::vector<uint8_t> written[2];
+      written[0].resize(bytes);
+      written[1].resize(bytes);
+      std::mt19937 random(1);
+      for (int k = 0; k < 300; ++k) {
+        const auto y = static_cast<int32_t>(random() % static_cast<uint32_t>(size.dh));
+        std::vector<uint8_t>& to = written[k % 2];
+        used.write(to.data(), y);
+        RowSampler fresh(picture.view(), shape);
+        const uint8_t* expected = fresh.row(y);
+        ASSERT_TRUE(std::equal(to.begin(), to.end(), expected)) << size.dw << " row " << y;
+      }
+    }
+  }
+}
+
 // Rounding errors must not darken an even area, whatever the ratio.
 TEST(RowSampler, FlatAreasStayFlatAtAwkwardRatios) {
   Picture picture(13, 11, 1);
