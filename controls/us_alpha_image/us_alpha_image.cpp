@@ -171,6 +171,7 @@ void USAlphaImage::fade_step() {
 void USAlphaImage::end_fade() {
   fade_timer_.stop();
   if (!std::exchange(fade_, std::nullopt)) return;
+  painter_.release();
   long opacity = Opacity.get();
   raise_fade_terminated(opacity);
 }

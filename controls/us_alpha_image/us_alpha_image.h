@@ -247,6 +247,7 @@ class USAlphaImage final : public USAlphaImageGlue<USAlphaImage, ControlFrame>,
   uint32_t version_ = 0;  // of the picture, for looks
   std::optional<PictureLook> wanted_, drawn_;
   POINT offset_{}, shadow_shift_{};
+  PicturePainter painter_;
   std::unique_ptr<c32bppDIB> shadow_;
   struct ShadowKey {
     uint32_t version;

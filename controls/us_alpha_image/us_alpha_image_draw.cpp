@@ -90,7 +90,7 @@ void USAlphaImage::about_to_show() {
     return;
   GdiFlush();  // a program may have drawn on the picture
   c32bppDIB canvas;
-  if (!picture_on_nothing(now, picture(), shadow_of(now.shadow), canvas)) return;
+  if (!painter_.draw(now, picture(), shadow_of(now.shadow), canvas)) return;
   const PixelView view = surface().pixels();
   for (int y = 0; y < view.height; ++y) std::memcpy(view.row(y), canvas.row(y), canvas.scanWidth());
   wanted_ = drawn_ = now;

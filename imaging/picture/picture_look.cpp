@@ -66,6 +66,30 @@ bool draw_with_soft_edges(const PictureLook& look, const c32bppDIB& picture, c32
   return true;
 }
 
+// Drawing it costs no more than copying it.
+bool is_plain(const PictureLook& look, const c32bppDIB& picture) {
+  return look.drawn == PictureSize{picture.Width(), picture.Height()} && look.degrees == 0 &&
+         !look.mirror_x && !look.mirror_y && look.gray == GrayScale::None && look.light == 0;
+}
+
+void draw_shadow(const PictureLook& look, const c32bppDIB& picture, const c32bppDIB& shadow,
+                 c32bppDIB& canvas) {
+  const PictureSize size{scaled(shadow.Width(), picture.Width(), look.drawn.width),
+                         scaled(shadow.Height(), picture.Height(), look.drawn.height)};
+  RenderArguments args = arguments_of(look, size, canvas);
+  args.destX = moved(args.destX, look.shadow.x);
+  args.destY = moved(args.destY, look.shadow.y);
+  args.Opacity = share(look.shadow.opacity, look.opacity);
+  shadow.Render(nullptr, args);
+}
+
+void blend_layer(const c32bppDIB& layer, int32_t opacity, c32bppDIB& canvas) {
+  RenderArguments args;
+  args.destHostDIB = &canvas;
+  args.Opacity = opacity;
+  layer.Render(nullptr, args);
+}
+
 }  // namespace
 
 PictureLook PictureLook::shape() const {
@@ -80,15 +104,8 @@ PictureLook PictureLook::shape() const {
 void draw_picture(const PictureLook& look, const c32bppDIB& picture, const c32bppDIB* shadow,
                   c32bppDIB& canvas) {
   if (!picture.has_image() || look.drawn.empty()) return;
-  if (look.shadow.shown && shadow != nullptr && shadow->has_image()) {
-    const PictureSize size{scaled(shadow->Width(), picture.Width(), look.drawn.width),
-                           scaled(shadow->Height(), picture.Height(), look.drawn.height)};
-    RenderArguments args = arguments_of(look, size, canvas);
-    args.destX = moved(args.destX, look.shadow.x);
-    args.destY = moved(args.destY, look.shadow.y);
-    args.Opacity = share(look.shadow.opacity, look.opacity);
-    shadow->Render(nullptr, args);
-  }
+  if (look.shadow.shown && shadow != nullptr && shadow->has_image())
+    draw_shadow(look, picture, *shadow, canvas);
   if (is_tilted(look) && draw_with_soft_edges(look, picture, canvas)) return;
   RenderArguments args = arguments_of(look, look.drawn, canvas);
   args.grayScale = look.gray;
@@ -100,6 +117,47 @@ bool picture_on_nothing(const PictureLook& look, const c32bppDIB& picture, const
                         c32bppDIB& canvas) {
   if (look.room.empty() || !canvas.InitializeDIB(look.room.width, look.room.height)) return false;
   draw_picture(look, picture, shadow, canvas);
+  return true;
+}
+
+bool PicturePainter::draw(const PictureLook& look, const c32bppDIB& picture,
+                          const c32bppDIB* shadow, c32bppDIB& canvas) {
+  PictureLook full = look;
+  full.opacity = full.shadow.opacity = 100;
+  const bool again = last_ == full;
+  if (!again) release();
+  last_ = full;
+  if (!again || !picture.has_image() || is_plain(look, picture) || !make_layers(picture, shadow))
+    return picture_on_nothing(look, picture, shadow, canvas);
+  if (!canvas.InitializeDIB(look.room.width, look.room.height)) return false;
+  if (shadow_) blend_layer(*shadow_, share(look.shadow.opacity, look.opacity), canvas);
+  blend_layer(*picture_, look.opacity, canvas);
+  return true;
+}
+
+void PicturePainter::release() {
+  last_.reset();
+  picture_.reset();
+  shadow_.reset();
+}
+
+bool PicturePainter::make_layers(const c32bppDIB& picture, const c32bppDIB* shadow) {
+  if (picture_) return true;
+  PictureLook alone = *last_;
+  alone.shadow.shown = false;
+  auto layer = std::make_unique<c32bppDIB>();
+  if (!picture_on_nothing(alone, picture, nullptr, *layer)) return false;
+  if (last_->shadow.shown && shadow != nullptr && shadow->has_image()) {
+    shadow_ = std::make_unique<c32bppDIB>();
+    if (!shadow_->InitializeDIB(alone.room.width, alone.room.height)) {
+      shadow_.reset();
+      return false;
+    }
+    draw_shadow(*last_, picture, *shadow, *shadow_);
+    shadow_->set_alpha(AlphaType::Complex);
+  }
+  layer->set_alpha(AlphaType::Complex);
+  picture_ = std::move(layer);
   return true;
 }
 

@@ -1,6 +1,9 @@
 // How a picture control looks, as a value, and the painter of it.
 #pragma once
 
+#include <memory>
+#include <optional>
+
 #include "imaging/c32bpp_dib.h"
 #include "imaging/picture/picture_layout.h"
 
@@ -44,5 +47,22 @@ void draw_picture(const PictureLook& look, const c32bppDIB& picture, const c32bp
 /// there is no picture the canvas stays empty.
 bool picture_on_nothing(const PictureLook& look, const c32bppDIB& picture, const c32bppDIB* shadow,
                         c32bppDIB& canvas);
+
+/// Draws one look after another. While only the opacity changes, as in a fade, the picture is not
+/// scaled and turned again each time: from the second drawing on it is blended from layers.
+class PicturePainter {
+ public:
+  /// As picture_on_nothing(); the version in the look tells one picture from another.
+  bool draw(const PictureLook& look, const c32bppDIB& picture, const c32bppDIB* shadow,
+            c32bppDIB& canvas);
+  /// Gives the layers' memory back.
+  void release();
+
+ private:
+  bool make_layers(const c32bppDIB& picture, const c32bppDIB* shadow);
+
+  std::optional<PictureLook> last_;  // what was drawn last, in full opacity
+  std::unique_ptr<c32bppDIB> picture_, shadow_;
+};
 
 }  // namespace kestrelon

@@ -173,6 +173,51 @@ TEST_F(PictureLookTest, ScalesAndTurnsTheShadowWithThePicture) {
   EXPECT_EQ(at(9, 9), 0u);
 }
 
+// Fades draw from layers; they must show what a fresh drawing would.
+TEST_F(PictureLookTest, ShowsTheSameFromLayersAsDrawnAnew) {
+  picture_.set_HighQualityInterpolation(true);
+  c32bppDIB shadow;
+  ASSERT_TRUE(picture_.CreateDropShadow(2, 0x30A0, shadow));
+  look_.room = {40, 36};
+  look_.drawn = {21, 17};
+  PicturePainter painter;
+  const auto expect_same = [&](const char* what) {
+    draw(&shadow);
+    c32bppDIB painted;
+    ASSERT_TRUE(painter.draw(look_, picture_, &shadow, painted)) << what;
+    EXPECT_EQ(test::pixels(painted), test::pixels(canvas_)) << what << look_.opacity;
+  };
+  const auto fade = [&](const char* what) {
+    for (const int32_t opacity : {100, 70, 40, 1, 0, 150, 255, 100}) {
+      look_.opacity = opacity;
+      expect_same(what);
+    }
+  };
+  fade("scaled");
+  look_.shadow = {true, 0x30A0, 2, 60, 3, -2};
+  fade("with a shadow");
+  look_.shadow.opacity = 30;
+  expect_same("another shadow opacity");
+  look_.degrees = 33;
+  look_.mirror_y = true;
+  look_.gray = GrayScale::GreenMask;
+  fade("turned");
+  // Another picture with the same look but for its version.
+  fill_quarters(picture_, 10);
+  ++look_.version;
+  fade("another picture");
+  look_.shadow.shown = false;
+  fade("no shadow");
+  painter.release();
+  expect_same("released");
+  picture_.DestroyDIB();
+  look_.drawn = {};
+  ++look_.version;
+  fade("no picture");
+  look_.room = {0, 5};
+  EXPECT_FALSE(painter.draw(look_, picture_, &shadow, canvas_));
+}
+
 TEST_F(PictureLookTest, StandsAnyNumbers) {
   c32bppDIB shadow;
   picture_.CreateDropShadow(10, 0, shadow);
