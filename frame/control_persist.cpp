@@ -126,7 +126,7 @@ STDMETHODIMP ControlFrame::Save(IPropertyBag* bag, BOOL clear_dirty, BOOL save_a
   if (bag == nullptr) return E_POINTER;
   return call([&] {
     for (const PropertyBase* property : properties()) {
-      if (!save_all && property->is_default()) continue;
+      if (!property->is_saved() || (!save_all && property->is_default())) continue;
       Variant value = property->save();
       const HRESULT hr = bag->Write(property->key(), &value);
       if (FAILED(hr)) throw ComError(hr);
@@ -156,7 +156,7 @@ STDMETHODIMP ControlFrame::Load(IStream* stream) {
 std::vector<PropertyRecord> ControlFrame::records() const {
   std::vector<PropertyRecord> out;
   for (const PropertyBase* property : properties())
-    out.push_back(to_record(property->key(), property->save()));
+    if (property->is_saved()) out.push_back(to_record(property->key(), property->save()));
   return out;
 }
 

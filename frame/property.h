@@ -65,6 +65,9 @@ class PropertyBase {
   virtual void reset() = 0;
   virtual Variant save() const = 0;
   virtual bool is_default() const = 0;
+  /// A property that is saved only under a condition, for instance while it is in use.
+  void saved_when(std::function<bool()> condition) { saved_when_ = std::move(condition); }
+  bool is_saved() const { return !saved_when_ || saved_when_(); }
 
  protected:
   ~PropertyBase() = default;
@@ -74,6 +77,7 @@ class PropertyBase {
  private:
   PropertyOwner& owner_;
   PropertyName name_;
+  std::function<bool()> saved_when_;
 };
 
 namespace property_detail {
