@@ -13,6 +13,7 @@ const std::vector<PageEntry>& pages() {
       {L"Pedido de venda", L"Controles básicos", build_order_entry_page},
       {L"c32bppDIB", L"Imagens", build_images_page},
       {L"Lista de imagens", L"Imagens", build_image_list_page},
+      {L"Imagem animada", L"Imagens", build_animated_image_page},
   };
   return list;
 }

@@ -3,6 +3,7 @@
 #include <fstream>
 
 #include "tests/controls/us_animated_image_fixture.h"
+#include "tests/services/loopback_http_win.h"
 
 namespace kestrelon::host {
 namespace {
@@ -84,6 +85,20 @@ TEST_F(AnimatedImageRemoteTest, TellsOfAFailureOnce) {
   EXPECT_FALSE(start(L""));
   pump_for(60);
   EXPECT_EQ(take_log(*site_), Names{});
+}
+
+TEST_F(AnimatedImageRemoteTest, AsksServers) {
+  const ::kestrelon::testing::LoopbackHttp server;
+  for (const wchar_t* path : {L"/echo", L"/drop"}) {  // no animation; no answer
+    ASSERT_TRUE(start(L"http://" + server.address(path)));
+    EXPECT_EQ(events_until(*site_, 1, 10000), Names{L"RemoteLoadFailure"}) << path;
+  }
+  EXPECT_GE(server.requests(), 2);
+  ASSERT_TRUE(start(L"http://" + server.address(L"/never")));
+  pump_for(100);
+  form_.remove(*site_);
+  site_.reset();
+  pump_for(100);
 }
 
 TEST_F(AnimatedImageRemoteTest, LastLoadWins) {
