@@ -12,6 +12,8 @@ constexpr short kLeftButton = 1;
 constexpr ControlTraits traits() {
   ControlTraits out;
   out.windowless = true;
+  out.misc_status |=
+      OLEMISC_NOUIACTIVATE;  // no keys to give it: a click leaves the focus where it is
   out.initial_pixels = {64, 64};
   return out;
 }
@@ -82,7 +84,9 @@ void USAnimatedImage::shown() {
 }
 
 void USAnimatedImage::ambient_changed(DISPID id) {
-  if (id == DISPID_AMBIENT_USERMODE || id == DISPID_UNKNOWN) sync_timer();
+  if (id != DISPID_AMBIENT_USERMODE && id != DISPID_UNKNOWN) return;
+  sync_timer();
+  redraw();
 }
 
 void USAnimatedImage::terminate() {
@@ -124,7 +128,7 @@ void USAnimatedImage::refresh() {
   redraw();
 }
 
-GifLook USAnimatedImage::look() const {
+GifLook USAnimatedImage::look() {
   const c32bppDIB& canvas = canvas_.image();
   const GifSize size = scaled_size(canvas, static_cast<GifScale>(Stretch.get()), width(), height());
   GifLook out;
@@ -132,6 +136,7 @@ GifLook USAnimatedImage::look() const {
                size.height};
   out.mirror_x = (Mirrored.get() & Horizontal_Mirror) != 0;
   out.mirror_y = (Mirrored.get() & Vertical_Mirror) != 0;
+  out.outlined = !canvas.has_image() && !ambient().user_mode();
   if (BackStyle.get() == Solid_Gif)
     out.background = kOpaque | to_pixel(TranslateColor(BackColor.get()));
   return out;

@@ -112,7 +112,7 @@ class USAnimatedImage final : public USAnimatedImageGlue<USAnimatedImage, Contro
   void colours_changed();
 
   // Drawing.
-  GifLook look() const;
+  GifLook look();
   void redraw();
   void layout_changed();
   bool fit();

@@ -77,12 +77,11 @@ class Row {
 void moments(Page& page) {
   Row row(page, 112, 80);
   for (const long frame : {1L, 3L, 6L}) {
-    row.add(L"Quadro " + std::to_wstring(frame), L"Animation Forward",
-            [frame](IDispatch* control) {
-              show_frame(control, frame);
-              put_property(control, L"OffsetX", Variant(8L));
-              put_property(control, L"OffsetY", Variant(8L));
-            });
+    row.add(L"Quadro " + std::to_wstring(frame), L"Animation Forward", [frame](IDispatch* control) {
+      show_frame(control, frame);
+      put_property(control, L"OffsetX", Variant(8L));
+      put_property(control, L"OffsetY", Variant(8L));
+    });
   }
   row.add(L"Em curso", L"DelayAnimation = 1", [](IDispatch* control) {
     put_property(control, L"Stretch", Variant(kActualSize));

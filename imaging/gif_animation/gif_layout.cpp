@@ -1,8 +1,26 @@
 #include "imaging/gif_animation/gif_layout.h"
 
+#include <algorithm>
+
 #include "imaging/drawing.h"
 
 namespace kestrelon {
+namespace {
+
+// Three pixels on, three off; what lies between them shows.
+void draw_outline(const MutableImageView& target) {
+  constexpr uint32_t kInk = 0xFF7F8A96;
+  constexpr int32_t kDash = 3;
+  const int32_t right = target.width - 1, bottom = target.height - 1;
+  for (int32_t y = 0; y <= bottom; ++y) {
+    auto* const row = reinterpret_cast<uint32_t*>(target.row(y));
+    const int32_t step = y == 0 || y == bottom ? 1 : std::max(right, 1);
+    for (int32_t x = 0; x <= right; x += step)
+      if ((x + y) / kDash % 2 == 0) row[x] = kInk;
+  }
+}
+
+}  // namespace
 
 GifSize scaled_size(const c32bppDIB& canvas, GifScale rule, int32_t width, int32_t height) {
   GifSize out{canvas.Width(), canvas.Height()};
@@ -29,6 +47,7 @@ GifSize scaled_size(const c32bppDIB& canvas, GifScale rule, int32_t width, int32
 void draw_canvas(const c32bppDIB& canvas, const GifLook& look, const MutableImageView& target) {
   for (int32_t y = 0; y < target.height; ++y)
     std::fill_n(reinterpret_cast<uint32_t*>(target.row(y)), target.width, look.background);
+  if (look.outlined) draw_outline(target);
   if (!canvas.has_image() || look.place.empty()) return;
   ScaledSource source;
   source.pixels = canvas.view();

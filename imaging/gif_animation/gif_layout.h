@@ -30,10 +30,11 @@ struct GifLook {
   ImageRect place;  ///< of the whole canvas in the control
   bool mirror_x = false, mirror_y = false;
   uint32_t background = 0;  ///< premultiplied 0xAARRGGBB behind and beside the canvas
+  bool outlined = false;    ///< dashes along the edges, for a designer to see an empty control
   bool operator==(const GifLook&) const = default;
 };
 
-/// Fills `target` with the background and draws the canvas over it.
+/// Fills `target` with the background and draws the outline, then the canvas over it.
 void draw_canvas(const c32bppDIB& canvas, const GifLook& look, const MutableImageView& target);
 
 }  // namespace kestrelon

@@ -108,6 +108,19 @@ TEST_F(AnimatedImageLookTest, ShowsWhatLiesBehindOrItsOwnGround) {
   EXPECT_EQ(shown().at(39, 29), 0xFFFFFFu);
 }
 
+TEST_F(AnimatedImageLookTest, IsSeenInTheDesignerWhileItIsEmpty) {
+  load(*site_, {});
+  EXPECT_EQ(extent(shown()), std::pair(0, 0));
+  form_.set_user_mode(false);
+  EXPECT_EQ(extent(shown()), std::pair(40, 30));
+  load(*site_, halves());
+  set(L"Stretch", kClip);
+  EXPECT_EQ(extent(shown()), std::pair(4, 2));
+  load(*site_, {});
+  form_.set_user_mode(true);
+  EXPECT_EQ(extent(shown()), std::pair(0, 0));
+}
+
 TEST_F(AnimatedImageLookTest, LooksTheSameInAWindowOfItsOwn) {
   for (const bool windowless : {true, false}) {
     SCOPED_TRACE(windowless);

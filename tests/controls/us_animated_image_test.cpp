@@ -301,7 +301,29 @@ TEST_F(AnimatedImageTest, PassesTheMouseOn) {
   EXPECT_EQ(take_names(*site), Names{});
 }
 
-TEST_F(AnimatedImageTest, LeavesNothingBehindAfterThousandsOfLives) {
+TEST_F(AnimatedImageTest, LeavesTheFocusWhereItIs) {
+  const auto box = place(L"USCheckBox", {120, 30, 200, 60});
+  for (const bool windowless : {true, false}) {
+    SCOPED_TRACE(windowless);
+    form_.allow_windowless = windowless;
+    const auto site = image({30, 30, 90, 60}, kDontAnimate);
+    load(*site, three());
+    bring_up(form_);
+    mouse_click(box->window(), 5, 5);
+    ASSERT_EQ(GetFocus(), box->window());
+    part_clicks();
+    take_log(*site);
+    mouse_click(form_.hwnd(), 40, 40);
+    EXPECT_EQ(take_names(*site), (Names{L"MouseDown", L"MouseUp", L"Click"}));
+    EXPECT_EQ(GetFocus(), box->window());
+    key_press(VK_TAB);
+    EXPECT_EQ(GetFocus(), box->window());
+    part_clicks();
+    form_.remove(*site);
+  }
+}
+
+TEST_F(AnimatedImageTest, LeavesNothingBehindAfterHundredsOfLives) {
   bring_up(form_);
   const auto private_bytes = [] {
     PROCESS_MEMORY_COUNTERS_EX counters{};
@@ -321,10 +343,10 @@ TEST_F(AnimatedImageTest, LeavesNothingBehindAfterThousandsOfLives) {
     }
     drain_messages();
   };
-  live(200);
+  live(100);
   const size_t gdi = free_gdi_handles(), memory = private_bytes();
   const DWORD user = GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
-  live(1000);
+  live(600);
   EXPECT_GE(free_gdi_handles() + 2, gdi);
   EXPECT_LE(GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS), user + 2);
   EXPECT_LE(private_bytes(), memory + (1u << 20));

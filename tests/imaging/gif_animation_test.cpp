@@ -291,6 +291,23 @@ TEST(GifLayout, DrawsMirroredAtItsPlaceOverTheBackground) {
   EXPECT_EQ(pixel(out, 0, 0), 0u);
 }
 
+TEST(GifLayout, OutlinesItsEdgesOnly) {
+  c32bppDIB out;
+  const c32bppDIB none;
+  const GifLook look{{}, false, false, 0, true};
+  out.InitializeDIB(9, 5);
+  draw_canvas(none, look, out.view());
+  size_t inside = 0, edge = 0;
+  for (int32_t y = 0; y < 5; ++y)
+    for (int32_t x = 0; x < 9; ++x)
+      (x % 8 == 0 || y % 4 == 0 ? edge : inside) += pixel(out, x, y) != 0;
+  EXPECT_EQ(inside, 0u);
+  EXPECT_EQ(edge, 12u);
+  out.InitializeDIB(1, 1);
+  draw_canvas(none, look, out.view());
+  EXPECT_EQ(pixel(out, 0, 0) >> 24, 255u);
+}
+
 #if !defined(_WIN32)
 Pixels flattened_away(Pixels pixels) {
   for (uint32_t& pixel : pixels)
