@@ -4,7 +4,7 @@
 #include <shlwapi.h>
 #include <urlmon.h>
 
-#include <algorithm>
+#include "base/counted_win.h"
 
 namespace kestrelon {
 namespace {
@@ -58,7 +58,7 @@ std::wstring address_of(const std::wstring& name) {
 
 // What the system reports to; lives as long as a binding holds it, and forgets a reader that goes
 // first.
-class AsyncRead::Sink final : public IBindStatusCallback {
+class AsyncRead::Sink final : public Counted<IBindStatusCallback> {
  public:
   Sink(AsyncRead& owner, size_t limit) : owner_(&owner), limit_(limit) {}
 
@@ -70,20 +70,6 @@ class AsyncRead::Sink final : public IBindStatusCallback {
   }
   std::vector<uint8_t> take() { return std::move(bytes_); }
 
-  STDMETHODIMP QueryInterface(REFIID iid, void** out) override {
-    if (out == nullptr) return E_POINTER;
-    *out = nullptr;
-    if (iid != IID_IUnknown && iid != IID_IBindStatusCallback) return E_NOINTERFACE;
-    *out = static_cast<IBindStatusCallback*>(this);
-    AddRef();
-    return S_OK;
-  }
-  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-  STDMETHODIMP_(ULONG) Release() override {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
-  }
   STDMETHODIMP OnStartBinding(DWORD, IBinding* binding) override {
     if (owner_ == nullptr) return E_ABORT;
     binding_ = ComPtr<IBinding>(binding);
@@ -143,7 +129,6 @@ class AsyncRead::Sink final : public IBindStatusCallback {
 
   AsyncRead* owner_;
   size_t limit_;
-  ULONG references_ = 0;
   ComPtr<IBinding> binding_;
   std::vector<uint8_t> bytes_;
   bool too_long_ = false;

@@ -95,7 +95,7 @@ bool GifCanvas::draw(size_t index) {
   const Palette palette = gif::make_palette(source);
   bool changed = false;
   gif::decode_rows(source, [&](size_t x, int32_t y, std::span<const uint8_t> indexes) {
-    uint32_t* const out = pixels_at(image_, place.left + x, static_cast<size_t>(place.top + y));
+    uint32_t* const out = pixels_at(image_, place.left + x, place.top + static_cast<size_t>(y));
     changed |= draw_run(out, indexes, palette);
   });
   return changed;
