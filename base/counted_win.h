@@ -2,11 +2,12 @@
 #pragma once
 
 #include "base/com_win.h"
+#include "base/module_win.h"
 
 namespace kestrelon {
 
 /// IUnknown for an object behind one interface, born without a reference: the first ComPtr takes
-/// one. Deleted with its last reference.
+/// one. Deleted with its last reference; until then the library stays loaded.
 template <class Interface>
 class Counted : public Interface {
  public:
@@ -34,6 +35,7 @@ class Counted : public Interface {
 
  private:
   ULONG references_ = 0;
+  ModuleLock module_lock_;
 };
 
 }  // namespace kestrelon
