@@ -35,6 +35,7 @@ HRESULT ControlFrame::activate(LONG verb, MSG* message) {
   const HRESULT hr = activate_in_place();
   if (FAILED(hr)) return hr;
   if (window_ != nullptr && !IsWindowVisible(window_)) ShowWindow(window_, SW_SHOWNA);
+  if ((traits_.misc_status & OLEMISC_NOUIACTIVATE) != 0) return S_OK;
   if (verb == OLEIVERB_UIACTIVATE || (verb == OLEIVERB_PRIMARY && ambient_.user_mode())) {
     const HRESULT ui = activate_ui();
     if (FAILED(ui)) return ui;

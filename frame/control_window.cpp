@@ -257,6 +257,7 @@ bool ControlFrame::handle_key(UINT message, WPARAM wparam) {
 }
 
 void ControlFrame::grab_focus() {
+  if ((traits_.misc_status & OLEMISC_NOUIACTIVATE) != 0) return;  // a picture, for one
   if (windowless_) {
     if (windowless_site_->GetFocus() != S_OK) activate_ui();
     return;

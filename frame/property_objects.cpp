@@ -1,5 +1,7 @@
 #include "frame/property_objects.h"
 
+#include "base/counted_win.h"
+
 namespace kestrelon {
 namespace {
 
@@ -64,23 +66,9 @@ ComPtr<IFont> default_font() {
 
 // Hears the font object; lives as long as the object holds it, and forgets the property that goes
 // first.
-class FontProperty::Listener final : public IPropertyNotifySink {
+class FontProperty::Listener final : public Counted<IPropertyNotifySink> {
  public:
   explicit Listener(FontProperty& owner) : owner_(&owner) {}
-  STDMETHODIMP QueryInterface(REFIID iid, void** out) override {
-    if (out == nullptr) return E_POINTER;
-    *out = nullptr;
-    if (iid != IID_IUnknown && iid != IID_IPropertyNotifySink) return E_NOINTERFACE;
-    *out = static_cast<IPropertyNotifySink*>(this);
-    AddRef();
-    return S_OK;
-  }
-  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-  STDMETHODIMP_(ULONG) Release() override {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
-  }
   STDMETHODIMP OnChanged(DISPID) override {
     return guarded(IID_IPropertyNotifySink, [&] { owner_->font_changed(); });
   }
@@ -88,7 +76,6 @@ class FontProperty::Listener final : public IPropertyNotifySink {
 
  private:
   FontProperty* owner_;
-  ULONG references_ = 0;
 };
 
 FontProperty::~FontProperty() {

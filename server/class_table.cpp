@@ -2,6 +2,7 @@
 
 #include "base/resource_ids.h"
 #include "controls/us_alpha_image/us_alpha_image.h"
+#include "controls/us_animated_image/us_animated_image.h"
 #include "controls/us_button/us_button.h"
 #include "controls/us_check_box/us_check_box.h"
 #include "controls/us_image_list/us_image_list.h"
@@ -50,6 +51,8 @@ std::span<const ServerClass> server_classes() {
       control<USScrollBar>(L"Kestrelon: barra de rolagem desenhada com imagens",
                            IDB_TOOLBOX_USSCROLLBAR),
       control<USAlphaImage>(L"Kestrelon: imagem com transparência", IDB_TOOLBOX_USALPHAIMAGE),
+      control<USAnimatedImage>(L"Kestrelon: imagem animada (GIF)", IDB_TOOLBOX_USANIMATEDIMAGE,
+                               ControlTraits{}.misc_status | OLEMISC_NOUIACTIVATE),
       service<KN>(L"Kestrelon: funções utilitárias"),
       service<KN_MYSQL>(L"Kestrelon: cópia e manutenção de bancos MySQL"),
       service<KN_AJAX>(L"Kestrelon: requisições HTTP"),

@@ -13,6 +13,7 @@ const std::vector<PageEntry>& pages() {
       {L"Pedido de venda", L"Controles básicos", build_order_entry_page},
       {L"c32bppDIB", L"Imagens", build_images_page},
       {L"USAlphaImage", L"Imagens", build_us_alpha_image_page},
+      {L"USAnimatedImage", L"Imagens", build_animated_image_page},
       {L"USImageList", L"Imagens", build_image_list_page},
   };
   return list;

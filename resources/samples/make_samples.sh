@@ -62,3 +62,23 @@ convert "$work/pointer-32.png" "ico:$work/pointer.ico"
   printf '\004\000\003\000'
   dd if="$work/pointer.ico" bs=1 skip=14
 } >pointer.cur 2>/dev/null
+
+# An animation of eight frames that plays for ever: a van, its road and its smoke go round once.
+frames=
+for i in 0 1 2 3 4 5 6 7; do
+  frame=$work/delivery-$i
+  awk -v i="$i" '{
+    half = (i + 4) % 8
+    gsub(/@ROAD@/, i * 3)
+    gsub(/@TURN@/, i * 11.25)
+    gsub(/@BOB@/, i % 4 == 1 ? -1 : 0)
+    gsub(/@PUFF1@/, 14 - i * 1.4); gsub(/@SIZE1@/, 1.5 + i * 0.45)
+    gsub(/@PUFF2@/, 14 - half * 1.4); gsub(/@SIZE2@/, 1.5 + half * 0.45)
+    print
+  }' drawings/delivery.svg >"$frame.svg"
+  rsvg-convert -w 96 -o "$frame.png" "$frame.svg"
+  frames="$frames $frame.png"
+done
+# One table for all frames; edges are mixed with a light ground, for the medium knows no half alpha.
+convert $frames -background '#f4f6f9' -alpha background -channel A -threshold 45% +channel \
+  +dither -colors 48 -set delay 8 -set dispose background -loop 0 +map -strip delivery.gif

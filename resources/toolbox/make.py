@@ -61,6 +61,15 @@ def us_image_list(canvas):
     canvas.fill(polygon([(6, 13), (9.2, 8.6), (11.2, 11.2), (12.2, 10.2), (14, 13)]), MARK, 6, 6, 14, 13)
 
 
+def us_animated_image(canvas):
+    canvas.rectangle(1, 0, 15, 15, (0x33, 0x3F, 0x4E))  # a strip of film with a running picture
+    for column in range(2, 14, 3):
+        canvas.rectangle(column, 1, column + 2, 2, (0xFF, 0xFF, 0xFF))
+        canvas.rectangle(column, 13, column + 2, 14, (0xFF, 0xFF, 0xFF))
+    canvas.rectangle(2, 3, 14, 12, vertical((0xDF, 0xEE, 0xFC), (0xFF, 0xFF, 0xFF), 3, 12))
+    canvas.fill(polygon([(5.5, 4.2), (12.0, 7.5), (5.5, 10.8)]), MARK, 2, 3, 14, 12)
+
+
 ICONS = {name: draw for name, draw in list(globals().items()) if name.startswith("us_")}
 
 if __name__ == "__main__":

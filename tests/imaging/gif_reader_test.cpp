@@ -2,36 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include "imaging/gif_lzw.h"
+#include "tests/imaging/gif_bytes.h"
 #include "tests/imaging/hostile.h"
-#include "tests/imaging/pictures.h"
 
 namespace kestrelon::test {
 namespace {
 
 using Pixels = std::vector<uint32_t>;
-constexpr uint32_t kBlack = 0xFF000000, kRed = 0xFFFF0000, kGreen = 0xFF00FF00, kBlue = 0xFF0000FF;
-
-const Bytes kTable = {0, 0, 0, 255, 0, 0, 0, 255, 0, 0, 0, 255};  // black red green blue
-const Bytes kTrailer = {59};
-
-Bytes screen(const Bytes& table = kTable, const std::string& signature = "GIF89a") {
-  const uint32_t flags = table.empty() ? 0 : table.size() == 6 ? 0x80 : 0x81;
-  return Bytes(signature.begin(), signature.end()) + wire({{99, 2}, {77, 2}, {flags, 1}, {0, 2}}) +
-         table;
-}
-
-Bytes control(uint32_t flags, uint32_t transparent) {
-  return wire({{33, 1}, {249, 1}, {4, 1}, {flags, 1}, {0, 2}, {transparent, 1}, {0, 1}});
-}
-
-Bytes frame(uint32_t width, uint32_t height, const Bytes& indexes, uint32_t flags = 0,
-            const Bytes& local = {}, uint8_t code_size = 2) {
-  Bytes out = wire({{44, 1}, {5, 2}, {6, 2}, {width, 2}, {height, 2}, {flags, 1}}) + local;
-  out.push_back(code_size);
-  gif::lzw_encode(indexes, code_size, out);
-  return out;
-}
 
 Pixels read_pixels(const Bytes& file) {
   c32bppDIB image;

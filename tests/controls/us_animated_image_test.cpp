@@ -1,0 +1,356 @@
+// Playing: what shows when, which events come, and what their handlers may do.
+#include "tests/controls/us_animated_image_fixture.h"
+
+#include <psapi.h>
+
+#include "tests/frame/gdi_handles.h"
+
+namespace kestrelon::host {
+namespace {
+
+TEST_F(AnimatedImageTest, TellsOfTheFileItLoaded) {
+  const auto site = image();
+  EXPECT_EQ(number(*site, L"FrameCount"), 0);
+  EXPECT_EQ(frame(*site), 0);
+  ASSERT_TRUE(load(*site, three(7)));
+  EXPECT_EQ(number(*site, L"FrameCount"), 3);
+  EXPECT_EQ(frame(*site), 1);
+  EXPECT_EQ(number(*site, L"ActualWidth"), 4);
+  EXPECT_EQ(number(*site, L"ActualHeight"), 2);
+  EXPECT_EQ(number(*site, L"Loops"), 7);
+  EXPECT_EQ(number(*site, L"LoopsRemaining"), 7);
+  put(*site, L"FrameCount", Variant(9L));
+  EXPECT_EQ(number(*site, L"FrameCount"), 3);
+  EXPECT_EQ(middle(*site), kRed);
+  const std::wstring sample = L"Z:" KESTRELON_SOURCE_DIR L"/resources/samples/delivery.gif";
+  EXPECT_TRUE(call(*site, L"LoadAnimatedGIF_File", {Variant(sample)}));
+  EXPECT_EQ(number(*site, L"FrameCount"), 8);
+  EXPECT_EQ(number(*site, L"ActualWidth"), 96);
+}
+
+TEST_F(AnimatedImageTest, AnswersFalseToBadInputAndShowsNothing) {
+  const auto site = image();
+  bring_up(form_);
+  const Bytes good = three();
+  const Bytes cut(good.begin(), good.end() - 1);
+  const Bytes png = {0x89, 'P', 'N', 'G', 13, 10, 26, 10};
+  for (const Bytes& bad : {cut, png, Bytes{}}) {
+    ASSERT_TRUE(load(*site, good));
+    EXPECT_FALSE(load(*site, bad));
+    EXPECT_EQ(number(*site, L"FrameCount"), 0);
+    EXPECT_EQ(frame(*site), 0);
+    EXPECT_EQ(number(*site, L"ActualWidth"), 0);
+    EXPECT_EQ(middle(*site), kBehindPixel);
+    EXPECT_FALSE(to_object(get(*site, L"AnimatedGIF")));
+  }
+  ASSERT_TRUE(load(*site, good));
+  EXPECT_FALSE(call(*site, L"LoadAnimatedGIF_File", {Variant(L"C:\\nada\\nada.gif")}));
+  EXPECT_EQ(number(*site, L"FrameCount"), 0);
+  take_log(*site);
+  for (const long action : {kStop, kPlay, kPause, kForward, kReset, 5L, -1L}) act(*site, action);
+  pump_for(60);
+  EXPECT_EQ(take_log(*site), Names{});
+  EXPECT_EQ(number(*site, L"Action"), kStop);
+}
+
+TEST_F(AnimatedImageTest, ShowsTheFramesInTurnAndTellsOfEach) {
+  const auto site = image();
+  load(*site, three());
+  std::vector<uint32_t> seen;
+  site->events()->set_handler(
+      [&](const std::wstring&, DISPPARAMS&) { seen.push_back(middle(*site)); });
+  bring_up(form_);
+  pump_until([&] { return seen.size() >= 6; }, 3000);
+  act(*site, kPause);
+  seen.resize(6);
+  EXPECT_EQ(seen, (std::vector<uint32_t>{kGreen, kBlue, kRed, kGreen, kBlue, kRed}));
+  Names log = take_log(*site);
+  log.resize(4);
+  EXPECT_EQ(log, (Names{L"FrameChanged(2, True)", L"FrameChanged(3, True)",
+                        L"FrameChanged(1, True)", L"FrameChanged(2, True)"}));
+}
+
+TEST_F(AnimatedImageTest, BeginsWhenItsDelayModeSays) {
+  bring_up(form_);
+  const auto at_once = image({20, 20, 60, 40}, kDelayNone, true);
+  const auto shown = image({80, 20, 120, 40}, kDelayStartup, true);
+  const auto never = image({140, 20, 180, 40}, kDontAnimate, true);
+  for (const auto& site : {at_once, shown, never}) load(*site, three());
+  EXPECT_FALSE(events_until(*at_once, 1).empty());
+  EXPECT_EQ(take_log(*shown), Names{});
+  EXPECT_EQ(number(*shown, L"Action"), kStop);
+  for (const auto& site : {shown, never}) put_property(site->dispatch(), L"Visible", Variant(true));
+  EXPECT_EQ(events_until(*shown, 1)[0], L"FrameChanged(2, True)");
+  EXPECT_EQ(take_log(*never), Names{});
+  EXPECT_EQ(frame(*never), 1);
+  act(*never, kPlay);
+  EXPECT_EQ(events_until(*never, 1)[0], L"FrameChanged(2, True)");
+  // A file loaded after the first showing plays at once; showing again starts nothing.
+  load(*shown, three());
+  take_log(*shown);
+  EXPECT_EQ(events_until(*shown, 1)[0], L"FrameChanged(2, True)");
+  act(*shown, kStop);
+  for (const bool visible : {false, true})
+    put_property(shown->dispatch(), L"Visible", Variant(visible));
+  EXPECT_EQ(number(*shown, L"Action"), kStop);
+}
+
+TEST_F(AnimatedImageTest, RunsInNoDesigner) {
+  form_.set_user_mode(false);
+  const auto site = image({20, 20, 60, 40}, kDelayNone);
+  load(*site, three());
+  bring_up(form_);
+  pump_for(100);
+  EXPECT_EQ(take_log(*site), Names{});
+  EXPECT_EQ(middle(*site), kRed);
+  form_.set_user_mode(true);
+  EXPECT_FALSE(events_until(*site, 1).empty());
+}
+
+TEST_F(AnimatedImageTest, PlaysForAControlThatIsNew) {
+  const auto site = place_new(L"USAnimatedImage", {20, 20, 60, 40});
+  put(*site, L"MinFrameDelay", Variant(10L));
+  bring_up(form_);
+  load(*site, three());
+  EXPECT_EQ(events_until(*site, 1)[0], L"FrameChanged(2, True)");
+}
+
+TEST_F(AnimatedImageTest, EndsAfterItsLoops) {
+  const auto site = image();
+  load(*site, three(2));
+  bring_up(form_);
+  const auto ended = [&] {
+    return !site->events()->log().empty() && site->events()->log().back() == L"LoopsEnded";
+  };
+  EXPECT_TRUE(pump_until(ended, 3000));
+  EXPECT_EQ(take_log(*site),
+            (Names{L"FrameChanged(2, True)", L"FrameChanged(3, True)", L"FrameChanged(1, True)",
+                   L"FrameChanged(2, True)", L"FrameChanged(3, True)", L"LoopsEnded"}));
+  EXPECT_EQ(number(*site, L"LoopsRemaining"), 0);
+  EXPECT_EQ(number(*site, L"Action"), kStop);
+  EXPECT_EQ(middle(*site), kBlue);
+  pump_for(60);
+  EXPECT_EQ(take_log(*site), Names{});
+  // A number that is set wins over the file's, also for the files to come.
+  put(*site, L"Loops", Variant(1L));
+  load(*site, three(5));
+  EXPECT_EQ(number(*site, L"Loops"), 1);
+  EXPECT_TRUE(pump_until(ended, 3000));
+  EXPECT_EQ(take_log(*site).size(), 3u);
+}
+
+TEST_F(AnimatedImageTest, ObeysItsActions) {
+  const auto site = image({20, 20, 60, 40}, kDontAnimate);
+  load(*site, three());
+  bring_up(form_);
+  act(*site, kPause);  // only what plays
+  EXPECT_EQ(number(*site, L"Action"), kStop);
+  act(*site, kForward);
+  EXPECT_EQ(middle(*site), kGreen);
+  EXPECT_EQ(number(*site, L"Action"), kPause);
+  act(*site, kForward);
+  act(*site, kForward);  // past the last
+  act(*site, kStop);
+  EXPECT_EQ(take_log(*site), (Names{L"FrameChanged(2, False)", L"FrameChanged(3, False)",
+                                    L"FrameChanged(1, False)", L"FrameChanged(1, False)"}));
+  act(*site, kPlay);
+  EXPECT_EQ(events_until(*site, 1)[0], L"FrameChanged(2, True)");
+  act(*site, kPause);
+  take_log(*site);
+  const long paused_at = frame(*site);
+  pump_for(80);
+  EXPECT_EQ(frame(*site), paused_at);
+  EXPECT_EQ(take_log(*site), Names{});
+  act(*site, kReset);
+  EXPECT_EQ(number(*site, L"Action"), kPlay);
+  const Names log = events_until(*site, 2);
+  ASSERT_GE(log.size(), 2u);
+  EXPECT_EQ(log[0], L"FrameChanged(1, False)");
+  EXPECT_EQ(log[1], L"FrameChanged(2, True)");
+}
+
+TEST_F(AnimatedImageTest, KeepsItsTimes) {
+  const auto site = image({20, 20, 60, 40}, kDontAnimate);
+  Bytes slow = test::screen_of(1, 1);
+  for (const uint32_t hundredths : {8u, 16u})
+    slow = slow + test::control(0, 0, hundredths) + test::frame_at(0, 0, 1, 1, {1});
+  load(*site, slow + test::kTrailer);
+  bring_up(form_);
+  std::vector<DWORD> times;
+  site->events()->set_handler(
+      [&](const std::wstring&, DISPPARAMS&) { times.push_back(GetTickCount()); });
+  const auto run = [&](size_t count) {
+    times.assign(1, GetTickCount());
+    act(*site, kReset);
+    times.pop_back();  // the event of the reset itself stays as the start
+    EXPECT_TRUE(pump_until([&] { return times.size() > count; }, 5000));
+    act(*site, kPause);
+    return times[count] - times[0];
+  };
+  // Lower bounds only: a busy machine may be late, never early.
+  EXPECT_GE(run(4), 2u * (80 + 160) - 32);
+  put(*site, L"MinFrameDelay", Variant(200L));
+  EXPECT_GE(run(2), 2u * 200 - 32);
+  put(*site, L"MinFrameDelay", Variant(10L));
+  put(*site, L"SteppedDelay", Variant(300L));
+  EXPECT_GE(run(1), 300u - 16);
+}
+
+TEST_F(AnimatedImageTest, StandsWhatAHandlerDoes) {
+  auto site = image({20, 20, 60, 40}, kDontAnimate);
+  load(*site, three());
+  bring_up(form_);
+  bool once = false;
+  const auto in_handler = [&](const std::function<void()>& deed) {
+    once = true;
+    site->events()->set_handler([&once, deed](const std::wstring&, DISPPARAMS&) {
+      if (std::exchange(once, false)) deed();
+    });
+    take_log(*site);
+    act(*site, kPlay);
+    pump_for(120);
+  };
+  in_handler([&] { act(*site, kStop); });
+  EXPECT_EQ(number(*site, L"Action"), kStop);
+  EXPECT_EQ(take_log(*site), (Names{L"FrameChanged(2, True)", L"FrameChanged(1, False)"}));
+
+  in_handler([&] { load(*site, three(1, 9, 9)); });
+  EXPECT_EQ(number(*site, L"ActualWidth"), 9);
+  in_handler([&] { load(*site, {}); });
+  EXPECT_EQ(frame(*site), 0);
+
+  // A message box of the handler's does not hold the animation up.
+  load(*site, three());
+  long within = 0;
+  in_handler([&] {
+    const size_t before = site->events()->log().size();
+    pump_for(150);
+    within = static_cast<long>(site->events()->log().size() - before);
+  });
+  EXPECT_GE(within, 2);
+
+  in_handler([&] { put(*site, L"AutoSize", Variant(true)); });
+  EXPECT_EQ(site->bounds().right - site->bounds().left, 40);
+  in_handler([&] {
+    form_.remove(*site);
+    site.reset();
+  });
+  EXPECT_FALSE(site);
+}
+
+TEST_F(AnimatedImageTest, MayBeDestroyedWhenItsLoopsEnd) {
+  auto site = image();
+  load(*site, three(1));
+  bool gone = false;
+  site->events()->set_handler([&](const std::wstring& event, DISPPARAMS&) {
+    if (event != L"LoopsEnded") return;
+    gone = true;
+    form_.remove(*site);
+    site.reset();
+  });
+  bring_up(form_);
+  EXPECT_TRUE(pump_until([&] { return gone; }, 3000));
+  pump_for(60);
+
+  auto again = image();
+  load(*again, three(1));
+  bool restarted = false;
+  again->events()->set_handler([&](const std::wstring& event, DISPPARAMS&) {
+    if (event == L"LoopsEnded" && !std::exchange(restarted, true)) act(*again, kPlay);
+  });
+  const auto twice = [&] {
+    const auto& log = again->events()->log();
+    return std::ranges::count(log, L"LoopsEnded") == 2;
+  };
+  EXPECT_TRUE(pump_until(twice, 3000));
+}
+
+TEST_F(AnimatedImageTest, StopsWhenTheFormCloses) {
+  const auto site = image();
+  load(*site, three());
+  bring_up(form_);
+  events_until(*site, 1);
+  const auto control = site->control_dispatch();  // held by a program beyond the form
+  form_.remove(*site);
+  pump_for(40);
+  const long then = to_long(get_property(control.get(), L"CurrentFrame"));
+  pump_for(120);
+  EXPECT_EQ(to_long(get_property(control.get(), L"CurrentFrame")), then);
+}
+
+TEST_F(AnimatedImageTest, PassesTheMouseOn) {
+  const auto site = image({30, 30, 90, 60}, kDontAnimate);
+  load(*site, three());
+  bring_up(form_);
+  mouse_away();
+  take_log(*site);
+  mouse_move(form_.hwnd(), 40, 40);
+  EXPECT_EQ(take_log(*site), Names{L"MouseMove(0, 0, 10, 10)"});
+  mouse_click(form_.hwnd(), 40, 40);
+  EXPECT_EQ(take_names(*site), (Names{L"MouseDown", L"MouseUp", L"Click"}));
+  part_clicks();
+  mouse_click(form_.hwnd(), 40, 40, MouseButton::kRight);
+  EXPECT_EQ(take_names(*site), (Names{L"MouseDown", L"MouseUp"}));
+  part_clicks();
+  mouse_double_click(form_.hwnd(), 40, 40);
+  EXPECT_EQ(take_names(*site),
+            (Names{L"MouseDown", L"MouseUp", L"Click", L"MouseDown", L"MouseUp"}));
+  put(*site, L"Enabled", Variant(false));
+  part_clicks();
+  mouse_click(form_.hwnd(), 40, 40);
+  EXPECT_EQ(take_names(*site), Names{});
+}
+
+TEST_F(AnimatedImageTest, LeavesTheFocusWhereItIs) {
+  const auto box = place(L"USCheckBox", {120, 30, 200, 60});
+  for (const bool windowless : {true, false}) {
+    SCOPED_TRACE(windowless);
+    form_.allow_windowless = windowless;
+    const auto site = image({30, 30, 90, 60}, kDontAnimate);
+    load(*site, three());
+    bring_up(form_);
+    mouse_click(box->window(), 5, 5);
+    ASSERT_EQ(GetFocus(), box->window());
+    part_clicks();
+    take_log(*site);
+    mouse_click(form_.hwnd(), 40, 40);
+    EXPECT_EQ(take_names(*site), (Names{L"MouseDown", L"MouseUp", L"Click"}));
+    EXPECT_EQ(GetFocus(), box->window());
+    key_press(VK_TAB);
+    EXPECT_EQ(GetFocus(), box->window());
+    part_clicks();
+    form_.remove(*site);
+  }
+}
+
+TEST_F(AnimatedImageTest, LeavesNothingBehindAfterHundredsOfLives) {
+  bring_up(form_);
+  const auto private_bytes = [] {
+    PROCESS_MEMORY_COUNTERS_EX counters{};
+    GetProcessMemoryInfo(GetCurrentProcess(), reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&counters),
+                         sizeof counters);
+    return static_cast<size_t>(counters.PrivateUsage);
+  };
+  const Bytes bytes = three(0, 64, 64);
+  const auto live = [&](int times) {
+    for (int i = 0; i < times; ++i) {
+      const auto site = image({20, 20, 84, 84}, kDelayNone);
+      load(*site, bytes);
+      act(*site, kForward);
+      act(*site, kPlay);
+      get(*site, L"AnimatedGIF");
+      form_.remove(*site);
+    }
+    drain_messages();
+  };
+  live(100);
+  const size_t gdi = free_gdi_handles(), memory = private_bytes();
+  const DWORD user = GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
+  live(600);
+  EXPECT_GE(free_gdi_handles() + 2, gdi);
+  EXPECT_LE(GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS), user + 2);
+  EXPECT_LE(private_bytes(), memory + (1u << 20));
+}
+
+}  // namespace
+}  // namespace kestrelon::host
