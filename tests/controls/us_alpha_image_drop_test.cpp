@@ -174,6 +174,32 @@ TEST_F(AlphaImageDropTest, HandsOverTextPicturesAndBytes) {
   EXPECT_TRUE(seen);
 }
 
+TEST_F(AlphaImageDropTest, HandsOverNothingForDamagedData) {
+  std::vector<uint8_t> dib = sample("coins-4bit.bmp");
+  dib.erase(dib.begin(), dib.begin() + 14);
+  auto many_colours = dib;
+  many_colours[32] = many_colours[35] = 0xFF;  // biClrUsed
+  auto huge = dib;
+  huge[7] = huge[11] = 0x70;  // width and height
+  dib.resize(dib.size() / 2);
+  for (const auto& bytes : {dib, many_colours, huge, std::vector<uint8_t>(39, 40)}) {
+    source_ = make_com<Source>();
+    source_->put(CF_DIB, bytes.data(), bytes.size());
+    source_->put(CF_HDROP, bytes.data(), bytes.size());
+    bool seen = false;
+    handle([&](const std::wstring&, DISPPARAMS& params) {
+      seen = true;
+      const auto data = to_object(event_value(params, 0));
+      const Variant picture = call_method(data.get(), L"GetData", {Variant(short{CF_DIB})});
+      EXPECT_EQ(V_VT(&picture), VT_EMPTY);
+      EXPECT_FALSE(done(*site_, L"LoadImage_FromDropedFiles", {Variant(data.get())}));
+    });
+    DWORD effect = DROPEFFECT_COPY;
+    target()->Drop(source_.get(), 0, at(5, 5), &effect);
+    EXPECT_TRUE(seen);
+  }
+}
+
 TEST_F(AlphaImageDropTest, TakesNothingUnlessItIsTold) {
   put(*site_, L"OLEDropMode", Variant(0L));
   EXPECT_FALSE(target());
