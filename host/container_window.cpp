@@ -101,7 +101,23 @@ void ContainerWindow::create_window(const wchar_t* class_name, const std::wstrin
   if (!hwnd_) throw std::runtime_error("the window could not be made");
 }
 
+void ContainerWindow::set_accepts_drops(bool accept) {
+  if (accept == static_cast<bool>(drops_)) return;
+  if (accept) {
+    drops_ = make_com<DropForwarder>([this](POINT at) {
+      ScreenToClient(hwnd_, &at);
+      return hit(at);
+    });
+    RegisterDragDrop(hwnd_, drops_.get());
+  } else {
+    RevokeDragDrop(hwnd_);
+    drops_->detach();
+    drops_.reset();
+  }
+}
+
 void ContainerWindow::destroy_window() {
+  set_accepts_drops(false);
   if (hwnd_) DestroyWindow(hwnd_);
 }
 

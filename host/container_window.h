@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "base/com_win.h"
+#include "host/drop_forwarder.h"
 #include "host/form_item.h"
 #include "host/units.h"
 
@@ -47,6 +48,10 @@ class ContainerWindow {
   void set_focused(FormItem* item);
   FormItem* focused() const { return focused_; }
 
+  /// Has what is dragged over the window handed to the windowless items; off at the start. OLE must
+  /// be running on the thread.
+  void set_accepts_drops(bool accept);
+
   ScaleMode scale_mode() const { return scale_mode_; }
   void set_scale_mode(ScaleMode mode) { scale_mode_ = mode; }
   OLE_COLOR back_color() const { return back_color_; }
@@ -80,6 +85,7 @@ class ContainerWindow {
 
   HWND hwnd_ = nullptr;
   HWND tips_ = nullptr;
+  ComPtr<DropForwarder> drops_;
   std::vector<FormItem*> items_;
   FormItem* captured_ = nullptr;
   FormItem* focused_ = nullptr;

@@ -214,6 +214,7 @@ class USAlphaImage final : public USAlphaImageGlue<USAlphaImage, ControlFrame>,
 
   // us_alpha_image_load.cpp
   void image_changed() override;
+  void image_replaced() override;
   template <class Loader>
   bool load(bool keep, Loader&& loader, bool resize = true);
   bool load_bytes(std::vector<uint8_t> bytes, long cx, long cy, long depth, bool resize);

@@ -43,8 +43,6 @@ bool USAlphaImage::load(bool keep, Loader&& loader, bool resize) {
     const Busy busy(busy_);
     try {
       done = loader(*image_) && picture().has_image();
-    } catch (const ComError&) {
-      done = false;
     } catch (const std::exception&) {
       done = false;
     }
@@ -81,11 +79,20 @@ void USAlphaImage::image_changed() {
   plain_.reset();
   file_.clear();
   altered_ = true;
-  if (!picture().has_image()) inverse_in_ = false;
   property_changed(Image.name());
   ++version_;
   if (auto_size()) take_picture_size();
   redraw();
+}
+
+// A program put another picture into the image, which has the end of every load.
+void USAlphaImage::image_replaced() {
+  if (busy_ > 0) return;
+  plain_.reset();
+  file_.clear();
+  inverse_in_ = altered_ = icon_follows_ = false;
+  property_changed(Image.name());
+  loaded(true);
 }
 
 std::optional<int32_t> USAlphaImage::mask_key() const {

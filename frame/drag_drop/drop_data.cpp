@@ -3,8 +3,9 @@
 #include <cstring>
 
 #include "frame/property.h"
+#include "imaging/dib_win.h"
 #include "imaging/exchange_win.h"
-#include "imaging/memory_stream_win.h"
+#include "imaging/picture_convert_win.h"
 
 namespace kestrelon {
 namespace {
@@ -111,12 +112,12 @@ Variant dib_of(IDataObject& source) {
   std::vector<uint8_t> file(sizeof head);
   std::memcpy(file.data(), &head, sizeof head);
   file.insert(file.end(), dib->begin(), dib->end());
-  ComPtr<IDispatch> picture;
-  const ComPtr<IStream> stream = stream_over(file);
-  if (stream)
-    OleLoadPicture(stream.get(), static_cast<LONG>(file.size()), FALSE, IID_IPictureDisp,
-                   picture.put_void());
-  return picture ? Variant(picture.get()) : Variant();
+  WindowsImage image;  // our own reader: these bytes are another program's
+  if (!image.LoadPicture_Stream(file)) return {};
+  PICTDESC description{};
+  description.picType = PICTYPE_BITMAP;
+  description.bmp.hbitmap = make_flat_bitmap(image, RGB(255, 255, 255));
+  return description.bmp.hbitmap != nullptr ? picture_of(description) : Variant();
 }
 
 Variant metafile_of(IDataObject& source) {

@@ -81,7 +81,8 @@ void ImageObject::after_replace() {
   } else if (manage_own_dc_) {
     dc_.make();
   }
-  after_change();
+  if (owner_ == nullptr) return;
+  reshaping_ ? owner_->image_changed() : owner_->image_replaced();
 }
 
 void ImageObject::set_manage_own_dc(bool on) {
@@ -220,7 +221,7 @@ bool ImageObject::copy_image_to(VARIANT* dest, long width, long height, bool cop
 }
 
 bool ImageObject::resize(long width, long height) {
-  const Replacing replacing(*this);
+  const Reshaping reshaping(*this);
   return image_.Resize(width, height);
 }
 
@@ -241,8 +242,8 @@ bool ImageObject::trim_image(bool update, long method, VARIANT* x, VARIANT* y, V
   ImageRect found;
   GdiFlush();
   {
-    std::optional<Replacing> replacing;
-    if (update) replacing.emplace(*this);
+    std::optional<Reshaping> reshaping;
+    if (update) reshaping.emplace(*this);
     if (!image_.TrimImage(update, method, found)) return false;
   }
   give_number(x, found.x);

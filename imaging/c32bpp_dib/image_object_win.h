@@ -12,8 +12,10 @@ namespace kestrelon {
 /// What shows an image object and must follow changes that others make to it.
 class ImageObjectOwner {
  public:
-  /// The image has been replaced or its pixels have changed. May come at any depth of calls.
+  /// The pixels of the picture, or its size, have changed. Both may come at any depth of calls.
   virtual void image_changed() = 0;
+  /// There is another picture, or none.
+  virtual void image_replaced() = 0;
 
  protected:
   ~ImageObjectOwner() = default;
@@ -163,6 +165,24 @@ class ImageObject final : public c32bppDIBGlue<ImageObject, AutomationObject>, p
   void* find_interface(REFIID iid) override;
 
  private:
+  // The time in which the picture is replaced by itself in another size.
+  class Reshaping {
+   public:
+    explicit Reshaping(ImageObject& object) : object_(object) {
+      object.before_replace();
+      object.reshaping_ = true;
+    }
+    ~Reshaping() {
+      object_.after_replace();
+      object_.reshaping_ = false;
+    }
+    Reshaping(const Reshaping&) = delete;
+    Reshaping& operator=(const Reshaping&) = delete;
+
+   private:
+    ImageObject& object_;
+  };
+
   bool changed(bool done) {
     if (done) after_change();
     return done;
@@ -173,6 +193,7 @@ class ImageObject final : public c32bppDIBGlue<ImageObject, AutomationObject>, p
   bool manage_own_dc_ = false;
   Variant tag_;
   ImageObjectOwner* owner_ = nullptr;
+  bool reshaping_ = false;
   std::unique_ptr<GdiPlusSession> session_;  // with KeepGDIplusActive
 };
 

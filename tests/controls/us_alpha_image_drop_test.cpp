@@ -174,6 +174,32 @@ TEST_F(AlphaImageDropTest, HandsOverTextPicturesAndBytes) {
   EXPECT_TRUE(seen);
 }
 
+TEST_F(AlphaImageDropTest, HandsOverNothingForDamagedData) {
+  std::vector<uint8_t> dib = sample("coins-4bit.bmp");
+  dib.erase(dib.begin(), dib.begin() + 14);
+  auto many_colours = dib;
+  many_colours[32] = many_colours[35] = 0xFF;  // biClrUsed
+  auto huge = dib;
+  huge[7] = huge[11] = 0x70;  // width and height
+  dib.resize(dib.size() / 2);
+  for (const auto& bytes : {dib, many_colours, huge, std::vector<uint8_t>(39, 40)}) {
+    source_ = make_com<Source>();
+    source_->put(CF_DIB, bytes.data(), bytes.size());
+    source_->put(CF_HDROP, bytes.data(), bytes.size());
+    bool seen = false;
+    handle([&](const std::wstring&, DISPPARAMS& params) {
+      seen = true;
+      const auto data = to_object(event_value(params, 0));
+      const Variant picture = call_method(data.get(), L"GetData", {Variant(short{CF_DIB})});
+      EXPECT_EQ(V_VT(&picture), VT_EMPTY);
+      EXPECT_FALSE(done(*site_, L"LoadImage_FromDropedFiles", {Variant(data.get())}));
+    });
+    DWORD effect = DROPEFFECT_COPY;
+    target()->Drop(source_.get(), 0, at(5, 5), &effect);
+    EXPECT_TRUE(seen);
+  }
+}
+
 TEST_F(AlphaImageDropTest, TakesNothingUnlessItIsTold) {
   put(*site_, L"OLEDropMode", Variant(0L));
   EXPECT_FALSE(target());
@@ -206,6 +232,47 @@ TEST_F(AlphaImageDropTest, StandsAHandlerThatDestroysTheControl) {
   effect = DROPEFFECT_COPY;
   EXPECT_EQ(drop->DragEnter(source_.get(), 0, at(5, 5), &effect), S_OK);
   EXPECT_EQ(effect, static_cast<DWORD>(DROPEFFECT_NONE));
+}
+
+// Lets go after a few looks at the mouse.
+class Hand final : public ComObject<IDropSource> {
+ public:
+  STDMETHODIMP QueryContinueDrag(BOOL, DWORD) override {
+    return ++looks_ < 4 ? S_OK : DRAGDROP_S_DROP;
+  }
+  STDMETHODIMP GiveFeedback(DWORD) override { return DRAGDROP_S_USEDEFAULTCURSORS; }
+
+ private:
+  int looks_ = 0;
+};
+
+// The system's own drag, over a control in the container's window and over one in its own.
+TEST_F(AlphaImageDropTest, TakesADropOfTheSystemWithAndWithoutAWindow) {
+  form_.set_accepts_drops(true);
+  source_->put_files({L"Z:" + sample_path(L"coins.ico")});
+  form_.allow_windowless = false;
+  const auto bag = make_com<PropertyBag>();
+  bag->set(L"OLEdrop", Variant(1L));
+  const auto windowed = place(L"USAlphaImage", RECT{120, 20, 184, 84}, bag.get());
+  ASSERT_NE(windowed->window(), nullptr);
+  for (ControlSite* const site : {site_.get(), windowed.get()}) {
+    std::wstring at;
+    site->on_event([&](const std::wstring& name, DISPPARAMS& params) {
+      if (name != L"OLEDragDrop") return;
+      at = describe_value(event_value(params, 4)) + L"," + describe_value(event_value(params, 5));
+      done(*site, L"LoadImage_FromDropedFiles", {event_value(params, 0)});
+    });
+    POINT point{site->bounds().left + 9, site->bounds().top + 11};
+    ClientToScreen(form_.hwnd(), &point);
+    SetCursorPos(static_cast<int>(point.x), static_cast<int>(point.y));
+    DWORD effect = DROPEFFECT_NONE;
+    EXPECT_EQ(DoDragDrop(source_.get(), make_com<Hand>().get(), DROPEFFECT_COPY, &effect),
+              DRAGDROP_S_DROP);
+    EXPECT_EQ(effect, static_cast<DWORD>(DROPEFFECT_COPY));
+    EXPECT_EQ(at, L"9,11");
+    EXPECT_EQ(number(*site, L"imageWidth"), 32);
+    EXPECT_EQ(take_names(*site).front(), L"OLEDragOver");
+  }
 }
 
 TEST_F(AlphaImageDropTest, RegistersAWindowOfItsOwn) {

@@ -241,6 +241,27 @@ TEST_F(AlphaImageTest, FollowsWhatAProgramDoesToTheImage) {
   EXPECT_TRUE(to_bool(call_method(image.get(), L"InitializeDIB", {Variant(3L), Variant(3L)})));
 }
 
+TEST_F(AlphaImageTest, TreatsAPictureThatAProgramLoadsAsItsOwn) {
+  const auto site = place(L"USAlphaImage", RECT{10, 10, 26, 26});
+  const auto source = place(L"USAlphaImage", RECT{40, 10, 56, 26});
+  ASSERT_TRUE(load(*site, L"disc.png"));
+  ASSERT_TRUE(load_quarters(*source));
+  put(*site, L"InversedImage", Variant(true));
+  put(*site, L"MaskUsed", Variant(3L));
+  Variant stream;
+  call(*source, L"GetStream", {reference_to(stream)});
+  const auto image = image_of(*site);
+  ASSERT_TRUE(to_bool(call_method(image.get(), L"LoadPicture_Stream", {stream})));
+  EXPECT_EQ(shown(*site).at(2, 2), 0x00FFFFu);
+  EXPECT_EQ(shown(*site).at(13, 2), kThrough);
+  // In another size it is the same picture still.
+  ASSERT_TRUE(to_bool(call_method(image.get(), L"Resize", {Variant(32L), Variant(32L)})));
+  EXPECT_EQ(shown(*site).at(2, 2), 0x00FFFFu);
+  put(*site, L"InversedImage", Variant(false));
+  EXPECT_EQ(shown(*site).at(2, 2), 0xFF0000u);
+  EXPECT_EQ(shown(*site).at(13, 2), kThrough);  // the mask has become the picture's own
+}
+
 TEST_F(AlphaImageTest, TakesThePictureSizeWithAutoSize) {
   const auto fresh = place_new(L"USAlphaImage", RECT{10, 10, 60, 60});
   bring_up(form_);
