@@ -19,11 +19,11 @@ class AddressReader {
         create_moniker_(find<decltype(&CreateURLMonikerEx)>("CreateURLMonikerEx")),
         create_context_(find<decltype(&CreateAsyncBindCtx)>("CreateAsyncBindCtx")) {}
 
-  HRESULT bind(const std::wstring& address, IBindStatusCallback* sink) const {
+  HRESULT bind(const std::wstring& address, IBindStatusCallback* sink,
+               ComPtr<IStream>& stream) const {
     if (create_moniker_ == nullptr || create_context_ == nullptr) return E_NOTIMPL;
     ComPtr<IMoniker> moniker;
     ComPtr<IBindCtx> context;
-    ComPtr<IStream> stream;
     HRESULT hr = create_moniker_(nullptr, address.c_str(), moniker.put(), URL_MK_UNIFORM);
     if (SUCCEEDED(hr)) hr = create_context_(0, sink, nullptr, context.put());
     if (FAILED(hr)) return hr;
@@ -69,48 +69,9 @@ class AsyncRead::Sink final : public Counted<IBindStatusCallback> {
     if (binding) binding->Abort();
   }
   std::vector<uint8_t> take() { return std::move(bytes_); }
-
-  STDMETHODIMP OnStartBinding(DWORD, IBinding* binding) override {
-    if (owner_ == nullptr) return E_ABORT;
-    binding_ = ComPtr<IBinding>(binding);
-    return S_OK;
-  }
-  STDMETHODIMP GetPriority(LONG* priority) override {
-    if (priority == nullptr) return E_POINTER;
-    *priority = THREAD_PRIORITY_NORMAL;
-    return S_OK;
-  }
-  STDMETHODIMP OnLowResource(DWORD) override { return S_OK; }
-  STDMETHODIMP OnProgress(ULONG, ULONG, ULONG, LPCWSTR) override {
-    return owner_ != nullptr ? S_OK : E_ABORT;
-  }
-  STDMETHODIMP OnStopBinding(HRESULT result, LPCWSTR) override {
-    return guarded(IID_IBindStatusCallback, [&] {
-      binding_.reset();
-      if (owner_ != nullptr) owner_->finish(too_long_ ? E_OUTOFMEMORY : result);
-    });
-  }
-  STDMETHODIMP GetBindInfo(DWORD* flags, BINDINFO* info) override {
-    if (flags == nullptr || info == nullptr) return E_POINTER;
-    *flags = BINDF_ASYNCHRONOUS | BINDF_ASYNCSTORAGE | BINDF_PULLDATA | BINDF_NO_UI;
-    const ULONG size = info->cbSize;
-    ZeroMemory(info, size);
-    info->cbSize = size;
-    info->dwBindVerb = BINDVERB_GET;
-    return S_OK;
-  }
-  STDMETHODIMP OnDataAvailable(DWORD, DWORD, FORMATETC*, STGMEDIUM* medium) override {
-    return guarded(IID_IBindStatusCallback, [&]() -> HRESULT {
-      if (owner_ == nullptr) return E_ABORT;
-      if (medium == nullptr || medium->tymed != TYMED_ISTREAM || medium->pstm == nullptr)
-        return S_OK;
-      return read_all(*medium->pstm);
-    });
-  }
-  STDMETHODIMP OnObjectAvailable(REFIID, IUnknown*) override { return S_OK; }
-
- private:
-  // What has come so far.
+  /// Whether a binding has ever said a word.
+  bool heard() const { return heard_; }
+  /// Takes what has come so far.
   HRESULT read_all(IStream& stream) {
     uint8_t piece[16384];
     for (;;) {
@@ -127,11 +88,55 @@ class AsyncRead::Sink final : public Counted<IBindStatusCallback> {
     }
   }
 
+  STDMETHODIMP OnStartBinding(DWORD, IBinding* binding) override {
+    heard_ = true;
+    if (owner_ == nullptr) return E_ABORT;
+    binding_ = ComPtr<IBinding>(binding);
+    return S_OK;
+  }
+  STDMETHODIMP GetPriority(LONG* priority) override {
+    if (priority == nullptr) return E_POINTER;
+    *priority = THREAD_PRIORITY_NORMAL;
+    return S_OK;
+  }
+  STDMETHODIMP OnLowResource(DWORD) override { return S_OK; }
+  STDMETHODIMP OnProgress(ULONG, ULONG, ULONG, LPCWSTR) override {
+    return owner_ != nullptr ? S_OK : E_ABORT;
+  }
+  STDMETHODIMP OnStopBinding(HRESULT result, LPCWSTR) override {
+    return guarded(IID_IBindStatusCallback, [&] {
+      heard_ = true;
+      binding_.reset();
+      if (owner_ != nullptr) owner_->finish(too_long_ ? E_OUTOFMEMORY : result);
+    });
+  }
+  STDMETHODIMP GetBindInfo(DWORD* flags, BINDINFO* info) override {
+    if (flags == nullptr || info == nullptr) return E_POINTER;
+    *flags = BINDF_ASYNCHRONOUS | BINDF_ASYNCSTORAGE | BINDF_PULLDATA | BINDF_NO_UI;
+    const ULONG size = info->cbSize;
+    ZeroMemory(info, size);
+    info->cbSize = size;
+    info->dwBindVerb = BINDVERB_GET;
+    return S_OK;
+  }
+  STDMETHODIMP OnDataAvailable(DWORD, DWORD, FORMATETC*, STGMEDIUM* medium) override {
+    return guarded(IID_IBindStatusCallback, [&]() -> HRESULT {
+      heard_ = true;
+      if (owner_ == nullptr) return E_ABORT;
+      if (medium == nullptr || medium->tymed != TYMED_ISTREAM || medium->pstm == nullptr)
+        return S_OK;
+      return read_all(*medium->pstm);
+    });
+  }
+  STDMETHODIMP OnObjectAvailable(REFIID, IUnknown*) override { return S_OK; }
+
+ private:
   AsyncRead* owner_;
   size_t limit_;
   ComPtr<IBinding> binding_;
   std::vector<uint8_t> bytes_;
   bool too_long_ = false;
+  bool heard_ = false;
 };
 
 AsyncRead::AsyncRead() = default;
@@ -150,20 +155,25 @@ bool AsyncRead::start(IOleClientSite* site, const std::wstring& name, size_t lim
   done_ = std::move(done);
   sink_ = ComPtr<Sink>(new Sink(*this, limit));
   const ComPtr<Sink> sink = sink_;
-  const HRESULT hr = bind(site, name);
-  // A binding that fails at once need not have told its sink.
-  if (FAILED(hr) && sink_.get() == sink.get() && !delivery_.running()) finish(hr);
+  ComPtr<IStream> stream;
+  const HRESULT hr = bind(site, name, stream);
+  // What fails or is complete at once need not have told the sink.
+  if (sink_.get() != sink.get() || delivery_.running()) return true;
+  if (FAILED(hr)) {
+    finish(hr);
+  } else if (hr == S_OK && !sink->heard()) {
+    finish(stream ? sink->read_all(*stream) : E_FAIL);
+  }
   return true;
 }
 
-HRESULT AsyncRead::bind(IOleClientSite* site, const std::wstring& name) {
+HRESULT AsyncRead::bind(IOleClientSite* site, const std::wstring& name, ComPtr<IStream>& stream) {
   const ComPtr<Sink> sink = sink_;
   ComPtr<IBindHost> host;
   if (const auto services = query<IServiceProvider>(site))
     services->QueryService(SID_SBindHost, IID_IBindHost, host.put_void());
   ComPtr<IMoniker> moniker;
   ComPtr<IBindCtx> context;
-  ComPtr<IStream> stream;
   auto text = name;
   if (host && SUCCEEDED(CreateBindCtx(0, context.put())) &&
       SUCCEEDED(host->CreateMoniker(text.data(), context.get(), moniker.put(), 0)) && moniker) {
@@ -171,7 +181,7 @@ HRESULT AsyncRead::bind(IOleClientSite* site, const std::wstring& name) {
                                       stream.put_void());
   }
   static const AddressReader reader;
-  return reader.bind(address_of(name), sink.get());
+  return reader.bind(address_of(name), sink.get(), stream);
 }
 
 void AsyncRead::cancel() {

@@ -40,7 +40,7 @@ class AsyncRead {
  private:
   class Sink;
 
-  HRESULT bind(IOleClientSite* site, const std::wstring& name);
+  HRESULT bind(IOleClientSite* site, const std::wstring& name, ComPtr<IStream>& stream);
   void finish(HRESULT result);
   void deliver(HRESULT result);
 

@@ -55,10 +55,10 @@ Variant USAnimatedImage::LoopsProperty::empty_value() const {
 
 void USAnimatedImage::LoopsProperty::load(const VARIANT& value) {
   number.reset();
-  if (V_VT(&value) != VT_EMPTY && V_VT(&value) != VT_NULL) {
-    Variant converted(static_cast<const Variant&>(value));
-    if (converted.change(VT_I4)) number = V_I4(&converted);
-  }
+  if (V_VT(&value) == VT_EMPTY || V_VT(&value) == VT_NULL) return;
+  Variant converted;
+  if (SUCCEEDED(VariantChangeType(&converted, const_cast<VARIANT*>(&value), 0, VT_I4)))
+    number = V_I4(&converted);
 }
 
 Variant USAnimatedImage::LoopsProperty::save() const {

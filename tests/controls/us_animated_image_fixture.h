@@ -20,6 +20,12 @@ inline Variant bytes_variant(const Bytes& bytes) {
   return out;
 }
 
+/// Left half red, right half blue, a green pixel in the top left corner.
+inline Bytes halves() {
+  return test::screen_of(4, 2) + test::frame_at(0, 0, 4, 2, {2, 1, 3, 3, 1, 1, 3, 3}) +
+         test::control(1, 2) + test::frame_at(0, 0, 4, 2, Bytes(8, 2)) + test::kTrailer;
+}
+
 class AnimatedImageTest : public ControlTest {
  protected:
   // Numbers of the interface.

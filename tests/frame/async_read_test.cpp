@@ -27,6 +27,7 @@ class BindingSite final : public ComObject<IOleClientSite, IServiceProvider, IBi
   std::wstring name;
   HRESULT answer_to_bind = MK_S_ASYNCHRONOUS;
   bool refuses_name = false;
+  ComPtr<IStream> answer_at_once;
 
   void give(const Bytes& bytes) const {
     const auto stream = host::stream_over(bytes);
@@ -48,7 +49,7 @@ class BindingSite final : public ComObject<IOleClientSite, IServiceProvider, IBi
   }
   STDMETHODIMP MonikerBindToStorage(IMoniker*, IBindCtx*, IBindStatusCallback* callback, REFIID,
                                     void** out) override {
-    *out = nullptr;
+    *out = answer_at_once.detach();
     sink = ComPtr<IBindStatusCallback>(callback);
     return answer_to_bind;
   }
@@ -107,6 +108,19 @@ TEST_F(AsyncReadTest, GathersWhatTheContainerGives) {
   EXPECT_FALSE(read_->running());
   pump_for(60);
   EXPECT_EQ(calls_, 1);
+}
+
+TEST_F(AsyncReadTest, TakesWhatAContainerGivesAtOnce) {
+  site_->answer_to_bind = S_OK;  // and no word to the sink
+  site_->answer_at_once = host::stream_over({7, 8});
+  ASSERT_TRUE(start());
+  EXPECT_EQ(calls_, 0);
+  EXPECT_TRUE(done());
+  EXPECT_EQ(bytes_, (Bytes{7, 8}));
+  calls_ = 0;
+  ASSERT_TRUE(start());  // neither bytes nor a word
+  EXPECT_TRUE(done());
+  EXPECT_TRUE(FAILED(result_));
 }
 
 TEST_F(AsyncReadTest, FailsOnceWhicheverWayItFails) {
