@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "base/com_win.h"
+#include "base/counted_win.h"
 
 namespace kestrelon {
 
@@ -88,30 +89,10 @@ inline VARIANT by_reference_bool(VARIANT_BOOL& value) {
 /// An enumerator over a list of referenced interfaces or values made at creation.
 /// Enumerator: IEnumConnections, IEnumConnectionPoints, IEnumOLEVERB, IEnumVARIANT, IEnumUnknown.
 template <class Interface, class Item, class Copy, class Clear>
-class ListEnumerator final : public Interface {
+class ListEnumerator final : public Counted<Interface> {
  public:
   ListEnumerator(std::vector<Item> items, Copy copy, Clear clear)
       : items_(std::move(items)), copy_(copy), clear_(clear) {}
-  ~ListEnumerator() {
-    for (Item& item : items_) clear_(item);
-  }
-  ListEnumerator(const ListEnumerator&) = delete;
-  ListEnumerator& operator=(const ListEnumerator&) = delete;
-
-  STDMETHODIMP QueryInterface(REFIID iid, void** out) override {
-    if (out == nullptr) return E_POINTER;
-    *out = nullptr;
-    if (iid != IID_IUnknown && iid != __uuidof(Interface)) return E_NOINTERFACE;
-    *out = static_cast<Interface*>(this);
-    AddRef();
-    return S_OK;
-  }
-  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-  STDMETHODIMP_(ULONG) Release() override {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
-  }
   STDMETHODIMP Next(ULONG count, Item* out, ULONG* fetched) override {
     if (out == nullptr || (fetched == nullptr && count != 1)) return E_POINTER;
     ULONG done = 0;
@@ -135,22 +116,29 @@ class ListEnumerator final : public Interface {
       for (size_t i = 0; i < items_.size(); ++i) copy_(items_[i], items[i]);
       auto* const clone = new ListEnumerator(std::move(items), copy_, clear_);
       clone->next_ = next_;
+      clone->AddRef();
       *out = clone;
     });
   }
 
  private:
+  ~ListEnumerator() override {
+    for (Item& item : items_) clear_(item);
+  }
+
   std::vector<Item> items_;
   Copy copy_;
   Clear clear_;
   size_t next_ = 0;
-  ULONG references_ = 1;
 };
 
 /// Makes a ListEnumerator with one reference for the caller; takes over what `items` holds.
 template <class Interface, class Item, class Copy, class Clear>
 Interface* make_enumerator(std::vector<Item> items, Copy copy, Clear clear) {
-  return new ListEnumerator<Interface, Item, Copy, Clear>(std::move(items), copy, clear);
+  auto* const made =
+      new ListEnumerator<Interface, Item, Copy, Clear>(std::move(items), copy, clear);
+  made->AddRef();
+  return made;
 }
 
 }  // namespace kestrelon

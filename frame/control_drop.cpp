@@ -18,7 +18,7 @@ STDMETHODIMP ControlFrame::GetDropTarget(IDropTarget** out) {
   *out = nullptr;
   if (!takes_drops()) return E_NOTIMPL;
   return call([&] {
-    if (!drop_target_) drop_target_.attach(new DropTarget(*this));
+    if (!drop_target_) drop_target_ = ComPtr<DropTarget>(new DropTarget(*this));
     *out = ComPtr<IDropTarget>(drop_target_.get()).detach();
   });
 }

@@ -16,20 +16,6 @@ void DropTarget::detach() {
   data_.reset();
 }
 
-STDMETHODIMP DropTarget::QueryInterface(REFIID iid, void** out) {
-  if (out == nullptr) return E_POINTER;
-  *out = iid == IID_IUnknown || iid == IID_IDropTarget ? this : nullptr;
-  if (*out == nullptr) return E_NOINTERFACE;
-  AddRef();
-  return S_OK;
-}
-
-STDMETHODIMP_(ULONG) DropTarget::Release() {
-  const ULONG left = --references_;
-  if (left == 0) delete this;
-  return left;
-}
-
 HRESULT DropTarget::tell(Drag::Stage stage, DWORD keys, POINTL point, DWORD* effect) {
   const ComPtr<DropTarget> alive(this);
   const DWORD allowed = effect != nullptr ? *effect : DROPEFFECT_NONE;

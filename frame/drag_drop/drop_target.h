@@ -6,6 +6,7 @@
 #include <oleidl.h>
 
 #include "base/com_win.h"
+#include "base/counted_win.h"
 
 namespace kestrelon {
 
@@ -37,28 +38,24 @@ class DropListener {
 DWORD settle_effect(DWORD left, DWORD allowed);
 
 /// The system's side of it. Outlives its listener without harm once detached.
-class DropTarget final : public IDropTarget {
+class DropTarget final : public Counted<IDropTarget> {
  public:
   explicit DropTarget(DropListener& listener) : listener_(&listener) {}
   void detach();
 
-  STDMETHODIMP QueryInterface(REFIID iid, void** out) override;
-  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-  STDMETHODIMP_(ULONG) Release() override;
   STDMETHODIMP DragEnter(IDataObject* data, DWORD keys, POINTL point, DWORD* effect) override;
   STDMETHODIMP DragOver(DWORD keys, POINTL point, DWORD* effect) override;
   STDMETHODIMP DragLeave() override;
   STDMETHODIMP Drop(IDataObject* data, DWORD keys, POINTL point, DWORD* effect) override;
 
  private:
-  ~DropTarget() = default;
+  ~DropTarget() override = default;
   HRESULT tell(Drag::Stage stage, DWORD keys, POINTL point, DWORD* effect);
 
   DropListener* listener_;
   ComPtr<IDispatch> data_;  // for the time of a drag
   POINTL last_{};
   DWORD last_keys_ = 0;
-  ULONG references_ = 1;
 };
 
 }  // namespace kestrelon
