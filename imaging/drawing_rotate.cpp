@@ -107,7 +107,7 @@ void draw_rotated(const ScaledSource& source, int32_t degrees, const BlendEffect
   std::vector<uint8_t> samples(static_cast<size_t>(width) * 4);
   EffectRow row(effects, static_cast<size_t>(width));
   const double x0 = target.x + 0.5 - centre_x;
-  for (int32_t line = 0; line < target.view.height; ++line) {
+  for (const int32_t line : RowsInMemoryOrder(target.view)) {
     const double y0 = target.y + line + 0.5 - centre_y;
     run.x = to_units((x0 * turn.cosine + y0 * turn.sine) * scale_x * mirror_x +
                      source.pixels.width / 2.0);

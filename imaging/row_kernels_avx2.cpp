@@ -39,7 +39,9 @@ struct Avx2 {
   static Int equal32(Int a, Int b) { return _mm256_cmpeq_epi32(a, b); }
   static Int greater32(Int a, Int b) { return _mm256_cmpgt_epi32(a, b); }
   static Int equal8(Int a, Int b) { return _mm256_cmpeq_epi8(a, b); }
-  static bool all(Int mask) { return _mm256_movemask_epi8(mask) == -1; }
+  static Int equal16(Int a, Int b) { return _mm256_cmpeq_epi16(a, b); }
+  static bool no_bits(Int v, Int mask) { return _mm256_testz_si256(v, mask) != 0; }
+  static bool all_bits(Int v, Int mask) { return _mm256_testc_si256(v, mask) != 0; }
   static Int add_saturated8(Int a, Int b) { return _mm256_adds_epu8(a, b); }
   static Int sub_saturated8(Int a, Int b) { return _mm256_subs_epu8(a, b); }
   static Int min8(Int a, Int b) { return _mm256_min_epu8(a, b); }

@@ -69,6 +69,35 @@ TEST(BlendRows, RectanglesWithAnyStrideAndWidthTouchNothingElse) {
   }
 }
 
+// Long rows, rows without a gap, rows in falling order, every alignment.
+TEST(BlendRows, EveryShapeGivesTheBytesOfThePlainLoop) {
+  std::mt19937 random(5);
+  const auto any = [&](size_t most) { return static_cast<size_t>(random() % (most + 1)); };
+  for (int k = 0; k < 600; ++k) {
+    const size_t width = random() % 3 ? any(40) : 250 + any(60), rows = 1 + any(4);
+    const size_t gap = any(1) * 4 * any(3), dst_at = any(40), src_at = any(40);
+    const size_t stride = width * 4 + gap;
+    std::vector<uint8_t> src(src_at + rows * stride), dst(dst_at + rows * stride);
+    for (auto* bytes : {&src, &dst})
+      for (uint8_t& byte : *bytes) byte = static_cast<uint8_t>(random());
+    for (size_t i = src_at + 3; i < src.size(); i += 4)
+      if (random() % 4) src[i] = random() % 2 ? 255 : 0;
+    const bool dst_falls = any(1), src_falls = any(1), keep_alpha = any(1);
+    const auto global = random() % 2 ? 255u : static_cast<uint32_t>(1 + any(254));
+    const auto run = [&](const RowKernels& set) {
+      std::vector<uint8_t> out = dst;
+      const size_t last = (rows - 1) * stride;
+      const auto step = static_cast<ptrdiff_t>(stride);
+      set.blend(out.data() + dst_at + (dst_falls ? last : 0), dst_falls ? -step : step,
+                src.data() + src_at + (src_falls ? last : 0), src_falls ? -step : step, width, rows,
+                global, keep_alpha);
+      return out;
+    };
+    const std::vector<uint8_t> expected = run(plain_row_kernels());
+    for (const RowKernels* set : kernel_sets()) ASSERT_EQ(run(*set), expected) << set->name << k;
+  }
+}
+
 TEST(LightRows, EveryAlphaAndColourFollowTheRule) {
   for (float percent :
        {-100.f, -99.f, -50.f, -7.5f, -1.f, -.1f, .3f, 1.f, 33.f, 50.f, 98.f, 100.f}) {
