@@ -254,21 +254,37 @@ TEST(MixRows, EverySetTruncatesTheExactSum) {
   }
 }
 
+// Runs from any place to any other, in pictures that are stored either way up.
 TEST(RotateRows, AllSetsGiveEqualBytesUpToTheEdges) {
   std::mt19937 random(11);
-  std::vector<uint8_t> source(5 * 7 * 4);
-  for (uint8_t& byte : source) byte = static_cast<uint8_t>(random());
-  const auto unit = int64_t{1} << 32;
-  for (int k = 0; k < 200; ++k) {
-    RotatedRun run{source.data(), 5 * 4, 4, 6, 0, 0, 0, 0};
-    run.x = static_cast<int64_t>(random()) * 5;
-    run.y = static_cast<int64_t>(random()) * 7;
-    run.dx = (5 * unit - 1 - run.x) / 9;
-    run.dy = -run.y / 9;
+  constexpr auto kUnit = int64_t{1} << 32;
+  for (int k = 0; k < 2000; ++k) {
+    const auto width = static_cast<int32_t>(1 + random() % 40);
+    const auto height = static_cast<int32_t>(1 + random() % 40);
+    std::vector<uint8_t> source(static_cast<size_t>(width * height) * 4);
+    for (uint8_t& byte : source) byte = static_cast<uint8_t>(random());
+    const ptrdiff_t stride = width * 4;
+    const bool bottom_up = random() % 2 == 0;
+    const auto any = [&](int32_t size) {
+      return static_cast<int64_t>((uint64_t{random()} << 32 | random()) %
+                                  static_cast<uint64_t>(size * kUnit));
+    };
+    const size_t count = 2 + random() % 50;
+    const auto steps = static_cast<int64_t>(count - 1);
+    RotatedRun run{source.data() + (bottom_up ? (height - 1) * stride : 0),
+                   bottom_up ? -stride : stride,
+                   width - 1,
+                   height - 1,
+                   any(width),
+                   any(height),
+                   0,
+                   0};
+    run.dx = (any(width) - run.x) / steps;
+    run.dy = (any(height) - run.y) / steps;
     std::vector<std::vector<uint8_t>> out;
     for (const RowKernels* set : kernel_sets()) {
-      out.emplace_back(10 * 4);
-      set->rotate_bilinear(out.back().data(), run, 10);
+      out.emplace_back(count * 4);
+      set->rotate_bilinear(out.back().data(), run, count);
       ASSERT_EQ(out.back(), out.front()) << set->name;
     }
   }
