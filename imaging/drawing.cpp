@@ -80,7 +80,7 @@ void draw_scaled(const ScaledSource& source, const BlendEffects& effects,
     return;
   }
   EffectRow row(effects, width);
-  for (int32_t y = 0; y < visible.height; ++y) {
+  for (const int32_t y : RowsInMemoryOrder(out)) {
     kernels.blend(out.row(y), 0, row.apply(sampler.row(first_row + y)), 0, width, 1,
                   effects.global_alpha, target.keep_alpha);
   }
@@ -88,7 +88,7 @@ void draw_scaled(const ScaledSource& source, const BlendEffects& effects,
 
 void copy_scaled(const ScaledSource& source, const MutableImageView& out) {
   RowSampler sampler(source.pixels, shape_of(source, 0, source.dest_width));
-  for (int32_t y = 0; y < source.dest_height; ++y) sampler.write(out.row(y), y);
+  for (const int32_t y : RowsInMemoryOrder(out)) sampler.write(out.row(y), y);
 }
 
 }  // namespace kestrelon

@@ -14,6 +14,16 @@ namespace {
 // exactly.
 constexpr double kUnit = 0x1p32;
 
+// A row at an angle crosses many rows of the source. Narrow strips of the destination find them
+// still in the cache when they come to the next row.
+constexpr int32_t kStrip = 128;
+
+// Where a destination row lies in the source, and the part of it that falls inside.
+struct Line {
+  int64_t x, y;  // of the first column
+  int32_t first, last;
+};
+
 struct Turn {
   double sine, cosine;
 };
@@ -105,28 +115,41 @@ void draw_rotated(const ScaledSource& source, int32_t degrees, const BlendEffect
                  0,
                  to_units(turn.cosine * scale_x * mirror_x),
                  to_units(-turn.sine * scale_y * mirror_y)};
+  const int32_t width = target.view.width;
+  std::vector<Line> lines(static_cast<size_t>(target.view.height));
+  const double x0 = target.x + 0.5 - centre_x;
+  for (int32_t y = 0; y < target.view.height; ++y) {
+    Line& line = lines[static_cast<size_t>(y)];
+    const double y0 = target.y + y + 0.5 - centre_y;
+    line.x = to_units((x0 * turn.cosine + y0 * turn.sine) * scale_x * mirror_x +
+                      source.pixels.width / 2.0);
+    line.y = to_units((y0 * turn.cosine - x0 * turn.sine) * scale_y * mirror_y +
+                      source.pixels.height / 2.0);
+    int64_t first = 0, last = width;
+    keep_inside(line.x, run.dx, limit_x, first, last);
+    keep_inside(line.y, run.dy, limit_y, first, last);
+    line.first = static_cast<int32_t>(std::min<int64_t>(first, width));
+    line.last = static_cast<int32_t>(std::max<int64_t>(last, 0));
+  }
+
   const RowKernels& kernels = row_kernels();
   const auto sample = source.high_quality ? kernels.rotate_bilinear : sample_nearest;
-  const int32_t width = target.view.width;
-  std::vector<uint8_t> samples(static_cast<size_t>(width) * 4);
-  EffectRow row(effects, static_cast<size_t>(width));
-  const double x0 = target.x + 0.5 - centre_x;
-  for (int32_t line = 0; line < target.view.height; ++line) {
-    const double y0 = target.y + line + 0.5 - centre_y;
-    run.x = to_units((x0 * turn.cosine + y0 * turn.sine) * scale_x * mirror_x +
-                     source.pixels.width / 2.0);
-    run.y = to_units((y0 * turn.cosine - x0 * turn.sine) * scale_y * mirror_y +
-                     source.pixels.height / 2.0);
-    int64_t first = 0, last = width;
-    keep_inside(run.x, run.dx, limit_x, first, last);
-    keep_inside(run.y, run.dy, limit_y, first, last);
-    if (first >= last) continue;
-    run.x += first * run.dx;
-    run.y += first * run.dy;
-    const auto count = static_cast<size_t>(last - first);
-    sample(samples.data(), run, count);
-    kernels.blend(target.view.pixel(static_cast<int32_t>(first), line), 0,
-                  row.apply(samples.data()), 0, count, 1, effects.global_alpha, target.keep_alpha);
+  const int32_t strip_width = std::min(width, kStrip);
+  std::vector<uint8_t> samples(static_cast<size_t>(strip_width) * 4);
+  EffectRow row(effects, static_cast<size_t>(strip_width));
+  for (int32_t strip = 0; strip < width; strip += strip_width) {
+    for (const int32_t y : RowsInMemoryOrder(target.view)) {
+      const Line& line = lines[static_cast<size_t>(y)];
+      const int32_t first = std::max(line.first, strip);
+      const int32_t last = std::min(line.last, strip + std::min(strip_width, width - strip));
+      if (first >= last) continue;
+      run.x = line.x + first * run.dx;
+      run.y = line.y + first * run.dy;
+      const auto count = static_cast<size_t>(last - first);
+      sample(samples.data(), run, count);
+      kernels.blend(target.view.pixel(first, y), 0, row.apply(samples.data()), 0, count, 1,
+                    effects.global_alpha, target.keep_alpha);
+    }
   }
 }
 

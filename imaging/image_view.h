@@ -44,4 +44,27 @@ struct BasicImageView {
 using ImageView = BasicImageView<const uint8_t>;
 using MutableImageView = BasicImageView<uint8_t>;
 
+/// The rows of a view in rising order of their addresses, the order in which processors fetch
+/// ahead.
+class RowsInMemoryOrder {
+ public:
+  template <class Byte>
+  explicit RowsInMemoryOrder(const BasicImageView<Byte>& view)
+      : first_(view.stride < 0 ? view.height - 1 : 0),
+        end_(view.stride < 0 ? -1 : view.height),
+        step_(view.stride < 0 ? -1 : 1) {}
+
+  struct Iterator {
+    int32_t y, step;
+    int32_t operator*() const { return y; }
+    void operator++() { y += step; }
+    bool operator!=(const Iterator& other) const { return y != other.y; }
+  };
+  Iterator begin() const { return {first_, step_}; }
+  Iterator end() const { return {end_, step_}; }
+
+ private:
+  int32_t first_, end_, step_;
+};
+
 }  // namespace kestrelon

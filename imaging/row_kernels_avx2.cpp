@@ -39,7 +39,9 @@ struct Avx2 {
   static Int equal32(Int a, Int b) { return _mm256_cmpeq_epi32(a, b); }
   static Int greater32(Int a, Int b) { return _mm256_cmpgt_epi32(a, b); }
   static Int equal8(Int a, Int b) { return _mm256_cmpeq_epi8(a, b); }
-  static bool all(Int mask) { return _mm256_movemask_epi8(mask) == -1; }
+  static Int equal16(Int a, Int b) { return _mm256_cmpeq_epi16(a, b); }
+  static bool no_bits(Int v, Int mask) { return _mm256_testz_si256(v, mask) != 0; }
+  static bool all_bits(Int v, Int mask) { return _mm256_testc_si256(v, mask) != 0; }
   static Int add_saturated8(Int a, Int b) { return _mm256_adds_epu8(a, b); }
   static Int sub_saturated8(Int a, Int b) { return _mm256_subs_epu8(a, b); }
   static Int min8(Int a, Int b) { return _mm256_min_epu8(a, b); }
@@ -170,27 +172,103 @@ __m128 fraction(int64_t position) {
   return _mm_mul_ss(_mm_cvtsi32_ss(_mm_setzero_ps(), bits), _mm_set_ss(0x1p-24f));
 }
 
-void rotate_bilinear(uint8_t* dst, const RotatedRun& run, size_t count) {
-  constexpr int64_t kHalf = int64_t{1} << 31;
-  const __m128 bias = _mm_set1_ps(0x1p-13f);
+constexpr float kRotationBias = 0x1p-13f;
+constexpr int64_t kHalfPixel = int64_t{1} << 31;
+
+// One sample, at the edges too.
+void rotate_pixel(uint8_t* dst, const RotatedRun& run, int64_t px, int64_t py) {
+  const int64_t x = px < 0 ? 0 : px, y = py < 0 ? 0 : py;
+  const auto column = static_cast<ptrdiff_t>(x >> 32);
+  const auto line = static_cast<ptrdiff_t>(y >> 32);
+  const uint8_t* from = run.top + line * run.stride + column * 4;
+  const bool has_right = column < run.last_x;
   const __m256 one = _mm256_set1_ps(1);
-  int64_t px = run.x - kHalf, py = run.y - kHalf;
-  for (; count > 0; --count, dst += 4, px += run.dx, py += run.dy) {
-    const int64_t x = px < 0 ? 0 : px, y = py < 0 ? 0 : py;
-    const auto column = static_cast<ptrdiff_t>(x >> 32);
-    const auto line = static_cast<ptrdiff_t>(y >> 32);
-    const uint8_t* from = run.top + line * run.stride + column * 4;
-    const bool has_right = column < run.last_x;
-    const __m256 fy = _mm256_broadcastss_ps(fraction(y));
-    const __m128 fx = _mm_broadcastss_ps(fraction(x));
-    const __m256 upper = sample_pair(from, has_right);
-    const __m256 lower = sample_pair(from + (line < run.last_y ? run.stride : 0), has_right);
-    const __m256 mixed =
-        _mm256_add_ps(_mm256_mul_ps(upper, _mm256_sub_ps(one, fy)), _mm256_mul_ps(lower, fy));
-    const __m128 left =
-        _mm_mul_ps(_mm256_castps256_ps128(mixed), _mm_sub_ps(_mm256_castps256_ps128(one), fx));
-    const __m128 right = _mm_mul_ps(_mm256_extractf128_ps(mixed, 1), fx);
-    store_pixel(dst, _mm_cvttps_epi32(_mm_add_ps(_mm_add_ps(left, right), bias)));
+  const __m256 fy = _mm256_broadcastss_ps(fraction(y));
+  const __m128 fx = _mm_broadcastss_ps(fraction(x));
+  const __m256 upper = sample_pair(from, has_right);
+  const __m256 lower = sample_pair(from + (line < run.last_y ? run.stride : 0), has_right);
+  const __m256 mixed =
+      _mm256_add_ps(_mm256_mul_ps(upper, _mm256_sub_ps(one, fy)), _mm256_mul_ps(lower, fy));
+  const __m128 left =
+      _mm_mul_ps(_mm256_castps256_ps128(mixed), _mm_sub_ps(_mm256_castps256_ps128(one), fx));
+  const __m128 right = _mm_mul_ps(_mm256_extractf128_ps(mixed, 1), fx);
+  store_pixel(dst,
+              _mm_cvttps_epi32(_mm_add_ps(_mm_add_ps(left, right), _mm_set1_ps(kRotationBias))));
+}
+
+// Two neighbouring pixels as floats, by a shuffle that stays inside its lanes.
+__m256 widened_pair(const uint8_t* p) {
+  const __m256i order =
+      _mm256_setr_epi8(0, -1, -1, -1, 1, -1, -1, -1, 2, -1, -1, -1, 3, -1, -1, -1, 4, -1, -1, -1, 5,
+                       -1, -1, -1, 6, -1, -1, -1, 7, -1, -1, -1);
+  return _mm256_cvtepi32_ps(_mm256_shuffle_epi8(load_pair(p, 0), order));
+}
+
+// Four samples away from the edges, the first at (x, y). Factors go through memory, as shuffles are
+// what the loop has least room for.
+void rotate_four(uint8_t* dst, const RotatedRun& run, int64_t x, int64_t y, __m256i steps_x,
+                 __m256i steps_y) {
+  const __m256i low_bits = _mm256_set1_epi64x(0xFFFFFF);
+  const auto fraction_bits = [&](int64_t first, __m256i steps) {
+    const __m256i places = _mm256_add_epi64(_mm256_set1_epi64x(first), steps);
+    return _mm256_and_si256(_mm256_srli_epi64(places, 8), low_bits);
+  };
+  // Of each sample the fraction across, then that down, and what is left of 1.
+  const __m256i bits =
+      _mm256_or_si256(fraction_bits(x, steps_x), _mm256_slli_epi64(fraction_bits(y, steps_y), 32));
+  const __m256 fractions = _mm256_mul_ps(_mm256_cvtepi32_ps(bits), _mm256_set1_ps(0x1p-24f));
+  alignas(32) float far[8], near[8];
+  _mm256_store_ps(far, fractions);
+  _mm256_store_ps(near, _mm256_sub_ps(_mm256_set1_ps(1), fractions));
+  __m256 sides[4];
+#pragma GCC unroll 4
+  for (int k = 0; k < 4; ++k, x += run.dx, y += run.dy) {
+    const uint8_t* from = run.top + static_cast<ptrdiff_t>(y >> 32) * run.stride +
+                          static_cast<ptrdiff_t>(x >> 32) * 4;
+    const __m256 upper = _mm256_mul_ps(widened_pair(from), _mm256_broadcast_ss(&near[2 * k + 1]));
+    const __m256 lower =
+        _mm256_mul_ps(widened_pair(from + run.stride), _mm256_broadcast_ss(&far[2 * k + 1]));
+    const __m256 across =
+        _mm256_blend_ps(_mm256_broadcast_ss(&near[2 * k]), _mm256_broadcast_ss(&far[2 * k]), 0xF0);
+    sides[k] = _mm256_mul_ps(_mm256_add_ps(upper, lower), across);
+  }
+  const __m256 bias = _mm256_set1_ps(kRotationBias);
+  const auto sums = [&](__m256 a, __m256 b) {
+    const __m256 sum =
+        _mm256_add_ps(_mm256_permute2f128_ps(a, b, 0x20), _mm256_permute2f128_ps(a, b, 0x31));
+    return _mm256_cvttps_epi32(_mm256_add_ps(sum, bias));
+  };
+  const __m256i words = _mm256_packs_epi32(sums(sides[0], sides[1]), sums(sides[2], sides[3]));
+  const __m256i bytes = _mm256_packus_epi16(words, words);  // 0 2 0 2, 1 3 1 3
+  _mm_storeu_si128(
+      reinterpret_cast<__m128i*>(dst),
+      _mm_unpacklo_epi32(_mm256_castsi256_si128(bytes), _mm256_extracti128_si256(bytes, 1)));
+}
+
+void rotate_bilinear(uint8_t* dst, const RotatedRun& run, size_t count) {
+  const auto limit_x = static_cast<uint64_t>(run.last_x) << 32;
+  const auto limit_y = static_cast<uint64_t>(run.last_y) << 32;
+  const auto inside = [&](int64_t x, int64_t y) {
+    return static_cast<uint64_t>(x) < limit_x && static_cast<uint64_t>(y) < limit_y;
+  };
+  const __m256i steps_x = _mm256_setr_epi64x(0, run.dx, 2 * run.dx, 3 * run.dx);
+  const __m256i steps_y = _mm256_setr_epi64x(0, run.dy, 2 * run.dy, 3 * run.dy);
+  int64_t x = run.x - kHalfPixel, y = run.y - kHalfPixel;
+  while (count > 0) {
+    // Between two places inside all are.
+    if (count >= 4 && inside(x, y) && inside(x + 3 * run.dx, y + 3 * run.dy)) {
+      rotate_four(dst, run, x, y, steps_x, steps_y);
+      count -= 4;
+      dst += 16;
+      x += 4 * run.dx;
+      y += 4 * run.dy;
+    } else {
+      rotate_pixel(dst, run, x, y);
+      --count;
+      dst += 4;
+      x += run.dx;
+      y += run.dy;
+    }
   }
 }
 

@@ -12,6 +12,8 @@ template <class V>
 struct VectorRows {
   using Int = typename V::Int;
 
+  static constexpr size_t kLongRow = 256;
+
   /// floor(x / 255) of x - 1, per 16-bit lane: 257 / 65536 is 1 / 255 as close as needed.
   static Int div255_of_previous(Int x_plus_1) { return V::mul_high16(x_plus_1, V::set16(257)); }
 
@@ -28,16 +30,19 @@ struct VectorRows {
     const Int alpha_mask = V::set32(0xFF000000u), zero = V::zero();
     const Int factor = V::set16(static_cast<int16_t>(global));
     size_t x = 0;
+    // Stores that lie across two cache lines cost a long row more than some single pixels.
+    if (width >= kLongRow) {
+      for (; reinterpret_cast<uintptr_t>(dst + x * 4) % sizeof(Int) >= 4 && x < V::kPixels; ++x)
+        blend_pixel(dst + x * 4, src + x * 4, global, kKeepAlpha);
+    }
     for (; x + V::kPixels <= width; x += V::kPixels) {
       Int s = V::load(src + x * 4);
-      const Int alpha = V::bit_and(s, alpha_mask);
-      const Int transparent = V::equal32(alpha, zero);
-      if (V::all(transparent)) continue;
-      if (!kGlobal && !kKeepAlpha && V::all(V::equal32(alpha, alpha_mask))) {
+      if (V::no_bits(s, alpha_mask)) continue;
+      if (!kGlobal && !kKeepAlpha && V::all_bits(s, alpha_mask)) {
         V::store(dst + x * 4, s);
         continue;
       }
-      s = V::and_not(transparent, s);
+      s = V::and_not(V::equal16(V::spread_alpha16(s), zero), s);
       if (kGlobal) s = scale(s, factor);
       const Int d = V::load(dst + x * 4);
       const Int rest = V::bit_xor(V::spread_alpha16(s), V::set16(0x00FF));
@@ -52,6 +57,18 @@ struct VectorRows {
                     size_t width, size_t rows, uint32_t global, bool keep_alpha) {
     auto* line = global == 255 ? (keep_alpha ? blend_line<false, true> : blend_line<false, false>)
                                : (keep_alpha ? blend_line<true, true> : blend_line<true, false>);
+    if (rows > 1 && dst_stride < 0) {
+      // Processors fetch ahead in rising order only.
+      const auto last = static_cast<ptrdiff_t>(rows - 1);
+      dst += last * dst_stride;
+      src += last * src_stride;
+      dst_stride = -dst_stride;
+      src_stride = -src_stride;
+    }
+    if (rows > 1 && dst_stride == src_stride && dst_stride == static_cast<ptrdiff_t>(width * 4)) {
+      width *= rows;
+      rows = 1;
+    }
     for (; rows > 0; --rows, dst += dst_stride, src += src_stride) line(dst, src, width, global);
   }
 

@@ -39,7 +39,11 @@ struct Sse2 {
   static Int equal32(Int a, Int b) { return _mm_cmpeq_epi32(a, b); }
   static Int greater32(Int a, Int b) { return _mm_cmpgt_epi32(a, b); }
   static Int equal8(Int a, Int b) { return _mm_cmpeq_epi8(a, b); }
-  static bool all(Int mask) { return _mm_movemask_epi8(mask) == 0xFFFF; }
+  static Int equal16(Int a, Int b) { return _mm_cmpeq_epi16(a, b); }
+  /// Bits under `mask`, whose 32-bit lanes are alike.
+  static bool no_bits(Int v, Int mask) { return all(equal32(bit_and(v, mask), zero())); }
+  static bool all_bits(Int v, Int mask) { return all(equal32(bit_and(v, mask), mask)); }
+  static bool all(Int lanes) { return _mm_movemask_epi8(lanes) == 0xFFFF; }
   static Int add_saturated8(Int a, Int b) { return _mm_adds_epu8(a, b); }
   static Int sub_saturated8(Int a, Int b) { return _mm_subs_epu8(a, b); }
   static Int min8(Int a, Int b) { return _mm_min_epu8(a, b); }

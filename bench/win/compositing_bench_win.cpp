@@ -1,6 +1,7 @@
 // The row loops as the product runs them, beside what the system offers for the same: AlphaBlend
 // and StretchBlt, from one DIB section to another. Both take turns, so that a slow moment of the
-// machine meets both; wall clock, medians.
+// machine meets both. There is no fine clock of processor time here, so the least of many short
+// rounds by the wall clock counts, which other work of the machine disturbs least.
 #include <windows.h>
 
 #include <algorithm>
@@ -9,7 +10,6 @@
 #include <cstdio>
 #include <functional>
 #include <random>
-#include <vector>
 
 #include "frame/dib_section.h"
 #include "imaging/dib_win.h"
@@ -27,21 +27,17 @@ double microseconds(const Work& work, int repeats) {
   return std::chrono::duration<double, std::micro>(Clock::now() - start).count() / repeats;
 }
 
-double median(std::vector<double>& times) {
-  std::nth_element(times.begin(), times.begin() + static_cast<ptrdiff_t>(times.size() / 2),
-                   times.end());
-  return times[times.size() / 2];
-}
-
 void report(const char* name, double pixels, const Work& ours, const char* peer,
             const Work& theirs) {
-  const int repeats = std::max(1, static_cast<int>(5000 / microseconds(ours, 3)));
-  std::vector<double> our_times, their_times;
-  for (int k = 0; k < 21; ++k) {
-    our_times.push_back(microseconds(ours, repeats));
-    their_times.push_back(microseconds(theirs, repeats));
+  const auto repeats_of = [](const Work& work) {
+    return std::clamp(static_cast<int>(1000 / microseconds(work, 3)), 1, 1000);
+  };
+  const int our_repeats = repeats_of(ours), their_repeats = repeats_of(theirs);
+  double us = HUGE_VAL, them = HUGE_VAL;
+  for (int round = 0; round < 40; ++round) {
+    us = std::min(us, microseconds(ours, our_repeats));
+    them = std::min(them, microseconds(theirs, their_repeats));
   }
-  const double us = median(our_times), them = median(their_times);
   std::printf("%-34s %9.1f Mpixel/s %9.2f us   %6.2f x %s (%.1f Mpixel/s)\n", name, pixels / us, us,
               them / us, peer, pixels / them);
 }

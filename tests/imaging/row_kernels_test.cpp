@@ -69,6 +69,35 @@ TEST(BlendRows, RectanglesWithAnyStrideAndWidthTouchNothingElse) {
   }
 }
 
+// Long rows, rows without a gap, rows in falling order, every alignment.
+TEST(BlendRows, EveryShapeGivesTheBytesOfThePlainLoop) {
+  std::mt19937 random(5);
+  const auto any = [&](size_t most) { return static_cast<size_t>(random() % (most + 1)); };
+  for (int k = 0; k < 600; ++k) {
+    const size_t width = random() % 3 ? any(40) : 250 + any(60), rows = 1 + any(4);
+    const size_t gap = any(1) * 4 * any(3), dst_at = any(40), src_at = any(40);
+    const size_t stride = width * 4 + gap;
+    std::vector<uint8_t> src(src_at + rows * stride), dst(dst_at + rows * stride);
+    for (auto* bytes : {&src, &dst})
+      for (uint8_t& byte : *bytes) byte = static_cast<uint8_t>(random());
+    for (size_t i = src_at + 3; i < src.size(); i += 4)
+      if (random() % 4) src[i] = random() % 2 ? 255 : 0;
+    const bool dst_falls = any(1), src_falls = any(1), keep_alpha = any(1);
+    const auto global = random() % 2 ? 255u : static_cast<uint32_t>(1 + any(254));
+    const auto run = [&](const RowKernels& set) {
+      std::vector<uint8_t> out = dst;
+      const size_t last = (rows - 1) * stride;
+      const auto step = static_cast<ptrdiff_t>(stride);
+      set.blend(out.data() + dst_at + (dst_falls ? last : 0), dst_falls ? -step : step,
+                src.data() + src_at + (src_falls ? last : 0), src_falls ? -step : step, width, rows,
+                global, keep_alpha);
+      return out;
+    };
+    const std::vector<uint8_t> expected = run(plain_row_kernels());
+    for (const RowKernels* set : kernel_sets()) ASSERT_EQ(run(*set), expected) << set->name << k;
+  }
+}
+
 TEST(LightRows, EveryAlphaAndColourFollowTheRule) {
   for (float percent :
        {-100.f, -99.f, -50.f, -7.5f, -1.f, -.1f, .3f, 1.f, 33.f, 50.f, 98.f, 100.f}) {
@@ -225,21 +254,37 @@ TEST(MixRows, EverySetTruncatesTheExactSum) {
   }
 }
 
+// Runs from any place to any other, in pictures that are stored either way up.
 TEST(RotateRows, AllSetsGiveEqualBytesUpToTheEdges) {
   std::mt19937 random(11);
-  std::vector<uint8_t> source(5 * 7 * 4);
-  for (uint8_t& byte : source) byte = static_cast<uint8_t>(random());
-  const auto unit = int64_t{1} << 32;
-  for (int k = 0; k < 200; ++k) {
-    RotatedRun run{source.data(), 5 * 4, 4, 6, 0, 0, 0, 0};
-    run.x = static_cast<int64_t>(random()) * 5;
-    run.y = static_cast<int64_t>(random()) * 7;
-    run.dx = (5 * unit - 1 - run.x) / 9;
-    run.dy = -run.y / 9;
+  constexpr auto kUnit = int64_t{1} << 32;
+  for (int k = 0; k < 2000; ++k) {
+    const auto width = static_cast<int32_t>(1 + random() % 40);
+    const auto height = static_cast<int32_t>(1 + random() % 40);
+    std::vector<uint8_t> source(static_cast<size_t>(width * height) * 4);
+    for (uint8_t& byte : source) byte = static_cast<uint8_t>(random());
+    const ptrdiff_t stride = width * 4;
+    const bool bottom_up = random() % 2 == 0;
+    const auto any = [&](int32_t size) {
+      return static_cast<int64_t>((uint64_t{random()} << 32 | random()) %
+                                  static_cast<uint64_t>(size * kUnit));
+    };
+    const size_t count = 2 + random() % 50;
+    const auto steps = static_cast<int64_t>(count - 1);
+    RotatedRun run{source.data() + (bottom_up ? (height - 1) * stride : 0),
+                   bottom_up ? -stride : stride,
+                   width - 1,
+                   height - 1,
+                   any(width),
+                   any(height),
+                   0,
+                   0};
+    run.dx = (any(width) - run.x) / steps;
+    run.dy = (any(height) - run.y) / steps;
     std::vector<std::vector<uint8_t>> out;
     for (const RowKernels* set : kernel_sets()) {
-      out.emplace_back(10 * 4);
-      set->rotate_bilinear(out.back().data(), run, 10);
+      out.emplace_back(count * 4);
+      set->rotate_bilinear(out.back().data(), run, count);
       ASSERT_EQ(out.back(), out.front()) << set->name;
     }
   }
