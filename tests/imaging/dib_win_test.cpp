@@ -5,10 +5,20 @@
 #include "imaging/codecs.h"
 #include "imaging/draw_text_win.h"
 #include "imaging/region_win.h"
+#include "imaging/zlib_api.h"
+#include "imaging/zlib_inflater.h"
 #include "tests/imaging/windows_images.h"
+#include "tests/library_path.h"
 
 namespace kestrelon {
 namespace {
+
+// In memory before anything looks for it, as it is when it stands beside the program.
+const HMODULE zlib_dll = [] {
+  std::wstring path = library_path();
+  path.resize(path.rfind(L'\\') + 1);
+  return LoadLibraryW((path + L"zlibwapi.dll").c_str());
+}();
 
 TEST(DibSection, SharesItsPixelsWithGdi) {
   WindowsImage image;
@@ -228,7 +238,28 @@ TEST(MessageHook, HearsOfAReaderThatBreaks) {
 
 TEST(Zlib, IsFoundBesideTheLibrary) {
   WindowsImage image;
-  EXPECT_EQ(image.isZlibEnabled(), LoadLibraryW(L"zlibwapi.dll") != nullptr);
+  ASSERT_NE(zlib_dll, nullptr);
+  EXPECT_TRUE(image.isZlibEnabled());
+}
+
+// The entries of the library have their own calling convention and sizes.
+TEST(Zlib, InflatesInPiecesWhatItCompressed) {
+  const WindowsImage started;
+  const ZlibApi* zlib = find_zlib();
+  ASSERT_TRUE(zlib && zlib->compress2 && zlib->inflate_init && zlib->inflate && zlib->inflate_end);
+  std::vector<uint8_t> plain(200000), packed(300000), got;
+  for (size_t i = 0; i < plain.size(); ++i) plain[i] = static_cast<uint8_t>(i * i >> 7);
+  auto size = static_cast<unsigned long>(packed.size());
+  ASSERT_EQ(zlib->compress2(packed.data(), &size, plain.data(),
+                            static_cast<unsigned long>(plain.size()), 9),
+            kZlibOk);
+  const std::span<const uint8_t> segments[] = {{packed.data(), 1000},
+                                               {packed.data() + 1000, size - 1000}};
+  ZlibInflater inflater(*zlib, segments, plain.size(), 0);
+  for (auto run = inflater.next(); !run.empty(); run = inflater.next())
+    got.insert(got.end(), run.begin(), run.end());
+  EXPECT_TRUE(inflater.ends_well());
+  EXPECT_EQ(got, plain);
 }
 
 }  // namespace
