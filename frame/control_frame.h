@@ -295,6 +295,7 @@ class ControlFrame : public AutomationObject,
   bool handle_key(UINT message, WPARAM wparam);
   void handle_focus(bool gained);
   bool set_cursor();
+  HCURSOR own_cursor();
   void paint_window();
   void report_leave();
   /// A disabled window gets no input from the system; without a window that is the control's care.

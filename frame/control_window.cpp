@@ -1,6 +1,8 @@
 // The control's window and the way of its messages to the control's handlers.
 #include <windowsx.h>
 
+#include <utility>
+
 #include "frame/control_frame.h"
 
 namespace kestrelon {
@@ -336,8 +338,16 @@ constexpr long kCustomPointer = 99;
 
 }  // namespace
 
+// The control's own cursor, copied from its icon when the pointer first needs it.
+HCURSOR ControlFrame::own_cursor() {
+  const PictureProperty* const icon = mouse_icon();
+  if (own_cursor_ == nullptr && icon != nullptr && icon->type() == PICTYPE_ICON)
+    own_cursor_ = CopyCursor(reinterpret_cast<HCURSOR>(static_cast<LONG_PTR>(icon->handle())));
+  return own_cursor_;
+}
+
 bool ControlFrame::set_cursor() {
-  if (mouse_pointer() == kCustomPointer && own_cursor_ != nullptr) {
+  if (mouse_pointer() == kCustomPointer && own_cursor() != nullptr) {
     SetCursor(own_cursor_);
     return true;
   }
@@ -348,16 +358,11 @@ bool ControlFrame::set_cursor() {
 }
 
 void ControlFrame::apply_mouse_pointer() {
-  const HCURSOR old = own_cursor_;
-  own_cursor_ = nullptr;
-  const PictureProperty* const icon = mouse_icon();
-  if (icon != nullptr && icon->type() == PICTYPE_ICON) {
-    own_cursor_ = CopyCursor(reinterpret_cast<HCURSOR>(static_cast<LONG_PTR>(icon->handle())));
-  }
-  if (old != nullptr) DestroyCursor(old);
+  const HCURSOR old = std::exchange(own_cursor_, nullptr);
   if (!windowless_ && pointer_over_window())
     SendMessageW(window_, WM_SETCURSOR, reinterpret_cast<WPARAM>(window_),
                  MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
+  if (old != nullptr) DestroyCursor(old);
 }
 
 }  // namespace kestrelon

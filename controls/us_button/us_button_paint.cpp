@@ -35,10 +35,14 @@ void USButton::apply_shape() {
   // Cutting a window to the shape it has makes the system paint it and its neighbours again.
   const Cut cut{window(), width(), height(), static_cast<int>(ButtonShape.get())};
   if (cut == last_cut_) return;
+  const bool was_whole = last_cut_.window != window() || last_cut_.shape == Cut_Sides;
   last_cut_ = cut;
-  const HRGN region = outline();
+  // A plain rectangle needs no region; hundreds of windows with one make a form slow.
+  const bool whole = cut.shape == Cut_Sides;
+  if (whole && was_whole) return;
+  const HRGN region = whole ? nullptr : outline();
   // The window owns the region from here on, unless it refuses it.
-  if (region != nullptr && !SetWindowRgn(window(), region, TRUE)) DeleteObject(region);
+  if (!SetWindowRgn(window(), region, TRUE) && region != nullptr) DeleteObject(region);
 }
 
 void USButton::lay_out() {

@@ -200,9 +200,11 @@ TEST_F(ButtonTest, CutsItsCornersByShape) {
   };
   const HRGN region = CreateRectRgn(0, 0, 0, 0);
   for (const auto& [shape, left, right] :
-       {Case{0, true, true}, Case{1, false, true}, Case{2, true, false}, Case{3, false, false}}) {
+       {Case{0, true, true}, Case{1, false, true}, Case{2, true, false}, Case{3, false, false},
+        Case{0, true, true}}) {
     set(L"ButtonShape", shape);
-    ASSERT_NE(GetWindowRgn(window(), region), ERROR);
+    // A window that is a plain rectangle has no region at all.
+    if (GetWindowRgn(window(), region) == ERROR) SetRectRgn(region, 0, 0, kWidth, kHeight);
     EXPECT_EQ(!PtInRegion(region, 0, 0), left) << shape;
     EXPECT_EQ(!PtInRegion(region, 0, kHeight - 1), left) << shape;
     EXPECT_EQ(!PtInRegion(region, kWidth - 1, 0), right) << shape;
