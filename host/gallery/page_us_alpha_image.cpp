@@ -21,7 +21,8 @@ struct Sample {
   const wchar_t* label;
   const wchar_t* file;
   std::vector<Setting> settings;
-  long icon = 48;  // pixels wanted of an icon
+  long icon = 48;   // pixels wanted of an icon
+  long height = 0;  // brings the picture to this height, ratio kept
 };
 
 Setting number(const wchar_t* name, long value) {
@@ -58,6 +59,19 @@ void prepare(IDispatch* control, const Sample& sample) {
   call_method(control, L"LoadImage_FromFile",
               {Variant(sample_file(sample.file)), Variant(sample.icon), Variant(sample.icon),
                Variant(32L)});
+  if (sample.height == 0) return;
+  const long width = to_long(get_property(control, L"imageWidth")) * sample.height /
+                     to_long(get_property(control, L"imageHeight"));
+  call_method(control, L"ResizeImage", {Variant(sample.height), Variant(width)});
+}
+
+// A picture that has room to turn.
+Sample turned(const wchar_t* label, const wchar_t* file, long degrees, long height) {
+  return {label,
+          file,
+          {number(L"ScaleMethod", 3), on(L"RotateEnabled"), number(L"Rotation", degrees)},
+          256,
+          height};
 }
 
 void row(Page& page, int height, const std::vector<Sample>& samples) {
@@ -112,14 +126,14 @@ void build_us_alpha_image_page(Page& page) {
        {L"ScaleDown Only, menor", kIcon, {number(L"ScaleMethod", 2)}},
        {L"ActualSize", kPhoto, {number(L"ScaleMethod", 3)}}});
   page.section(L"Espelhamento e ângulo");
-  row(page, 72,
+  row(page, 84,
       {{L"Mirror None", kIcon, {}, 256},
        {L"Horizontal", kIcon, {number(L"Mirror", 1)}, 256},
        {L"Vertical", kIcon, {number(L"Mirror", 2)}, 256},
        {L"All", kIcon, {number(L"Mirror", 3)}, 256},
-       {L"30°", kPhoto, {on(L"RotateEnabled"), number(L"Rotation", 30)}},
-       {L"90°", kIcon, {on(L"RotateEnabled"), number(L"Rotation", 90)}, 256},
-       {L"-45°", kIcon, {on(L"RotateEnabled"), number(L"Rotation", -45)}, 256}});
+       turned(L"30°", kPhoto, 30, 52),
+       turned(L"90°", kIcon, 90, 72),
+       turned(L"-45°", kIcon, -45, 58)});
   page.section(L"Sombra");
   row(page, 84,
       {{L"sem", kIcon, {number(L"ScaleMethod", 3)}},
