@@ -75,8 +75,10 @@ struct RowKernels {
   void (*gray)(uint8_t* dst, const uint8_t* src, size_t count, const GrayWeights& weights);
   /// Whole pixels in reverse order; the runs do not overlap.
   void (*reverse)(uint8_t* dst, const uint8_t* src, size_t count);
-  /// Picks single pixels: dst[i] = src[columns[i]].
-  void (*pick)(uint8_t* dst, const uint8_t* src, const int32_t* columns, size_t count);
+  /// Picks single pixels out of a row of `width`: dst[i] = src[columns[i]]. The columns rise or
+  /// fall throughout; neighbours may be equal.
+  void (*pick)(uint8_t* dst, const uint8_t* src, size_t width, const int32_t* columns,
+               size_t count);
   /// First half of a bilinear row: weighed sums of the bytes of pixels index[x] and index[x] + 1,
   /// both inside the row, for each channel of `count` columns; exact.
   void (*mix_across)(int16_t* dst, const uint8_t* src, const uint32_t* index,
@@ -91,6 +93,8 @@ struct RowKernels {
                         const RowMix& mix);
   /// Bilinear samples of a rotated run, pixel centres at half steps; edge pixels reach to the edge.
   void (*rotate_bilinear)(uint8_t* dst, const RotatedRun& run, size_t count);
+  /// The pixels that hold the positions of a rotated run.
+  void (*rotate_nearest)(uint8_t* dst, const RotatedRun& run, size_t count);
 };
 
 const RowKernels& plain_row_kernels();

@@ -90,13 +90,58 @@ struct Avx2 {
   }
 };
 
-void pick(uint8_t* dst, const uint8_t* src, const int32_t* columns, size_t count) {
+// Eight pixels out of kBlocks registers' worth of the row, each place counted from the first of
+// them; the shuffle looks at the lowest three bits of a place only. Gathers are slow where the
+// processor guards them.
+template <size_t kBlocks>
+__m256i picked(const uint8_t* from, __m256i places) {
+  const auto block = [&](size_t k) {
+    return _mm256_permutevar8x32_epi32(Avx2::load(from + k * 32), places);
+  };
+  // Selections look at the highest bit of a lane.
+  const auto either = [&](__m256i a, __m256i b, int bit) {
+    return _mm256_castps_si256(
+        _mm256_blendv_ps(_mm256_castsi256_ps(a), _mm256_castsi256_ps(b),
+                         _mm256_castsi256_ps(_mm256_slli_epi32(places, 31 - bit))));
+  };
+  if constexpr (kBlocks == 1) return block(0);
+  if constexpr (kBlocks == 2) return either(block(0), block(1), 3);
+  if constexpr (kBlocks == 3) return either(either(block(0), block(1), 3), block(2), 4);
+  if constexpr (kBlocks == 4)
+    return either(either(block(0), block(1), 3), either(block(2), block(3), 3), 4);
+}
+
+template <size_t kBlocks>
+void pick_near(uint8_t* dst, const uint8_t* src, size_t width, const int32_t* columns,
+               size_t count) {
+  constexpr int32_t kReach = kBlocks * 8;
+  const size_t least = columns[0] <= columns[count - 1] ? 0 : 7;
+  const auto last_base = static_cast<int32_t>(width) - kReach;
   size_t x = 0;
   for (; x + 8 <= count; x += 8) {
-    const __m256i places = Avx2::load(reinterpret_cast<const uint8_t*>(columns + x));
-    Avx2::store(dst + x * 4, _mm256_i32gather_epi32(reinterpret_cast<const int*>(src), places, 4));
+    const int32_t first = columns[x + least];
+    const int32_t base = first < last_base ? first : last_base;
+    if (columns[x + 7 - least] - base >= kReach) {
+      plain_row_kernels().pick(dst + x * 4, src, width, columns + x, 8);
+      continue;
+    }
+    const __m256i places = _mm256_sub_epi32(Avx2::load(columns + x), _mm256_set1_epi32(base));
+    Avx2::store(dst + x * 4, picked<kBlocks>(src + ptrdiff_t{base} * 4, places));
   }
-  plain_row_kernels().pick(dst + x * 4, src, columns + x, count - x);
+  plain_row_kernels().pick(dst + x * 4, src, width, columns + x, count - x);
+}
+
+void pick(uint8_t* dst, const uint8_t* src, size_t width, const int32_t* columns, size_t count) {
+  if (count < 8) return plain_row_kernels().pick(dst, src, width, columns, count);
+  // What eight columns span at most where they lie evenly.
+  const int32_t all_signed = columns[count - 1] - columns[0];
+  const auto all = static_cast<size_t>(all_signed < 0 ? -all_signed : all_signed);
+  const size_t reach = all * 7 / (count - 1) + 2;
+  if (reach <= 8 && width >= 8) return pick_near<1>(dst, src, width, columns, count);
+  if (reach <= 16 && width >= 16) return pick_near<2>(dst, src, width, columns, count);
+  if (reach <= 24 && width >= 24) return pick_near<3>(dst, src, width, columns, count);
+  if (reach <= 32 && width >= 32) return pick_near<4>(dst, src, width, columns, count);
+  plain_row_kernels().pick(dst, src, width, columns, count);
 }
 
 // A pixel and its right neighbour, in every 64-bit lane.
@@ -272,6 +317,37 @@ void rotate_bilinear(uint8_t* dst, const RotatedRun& run, size_t count) {
   }
 }
 
+// Whole positions of four samples as 32-bit numbers: the high halves of two registers of two.
+__m128i whole_places(__m256i positions) {
+  const __m256i halves =
+      _mm256_permutevar8x32_epi32(positions, _mm256_setr_epi32(1, 3, 5, 7, 1, 3, 5, 7));
+  return _mm256_castsi256_si128(halves);
+}
+
+// Places are found four at a time, pixels fetched one by one. Offsets are bytes of one picture.
+void rotate_nearest(uint8_t* dst, const RotatedRun& run, size_t count) {
+  const __m256i step_x = _mm256_set1_epi64x(4 * run.dx), step_y = _mm256_set1_epi64x(4 * run.dy);
+  __m256i x = _mm256_add_epi64(_mm256_set1_epi64x(run.x),
+                               _mm256_setr_epi64x(0, run.dx, 2 * run.dx, 3 * run.dx));
+  __m256i y = _mm256_add_epi64(_mm256_set1_epi64x(run.y),
+                               _mm256_setr_epi64x(0, run.dy, 2 * run.dy, 3 * run.dy));
+  const __m128i stride = _mm_set1_epi32(static_cast<int>(run.stride));
+  size_t i = 0;
+  for (; i + 4 <= count; i += 4) {
+    alignas(16) int32_t offsets[4];
+    const __m128i lines = _mm_mullo_epi32(whole_places(y), stride);
+    _mm_store_si128(reinterpret_cast<__m128i*>(offsets),
+                    _mm_add_epi32(lines, _mm_slli_epi32(whole_places(x), 2)));
+    for (size_t k = 0; k < 4; ++k) __builtin_memcpy(dst + (i + k) * 4, run.top + offsets[k], 4);
+    x = _mm256_add_epi64(x, step_x);
+    y = _mm256_add_epi64(y, step_y);
+  }
+  RotatedRun rest = run;
+  rest.x += static_cast<int64_t>(i) * run.dx;
+  rest.y += static_cast<int64_t>(i) * run.dy;
+  plain_row_kernels().rotate_nearest(dst + i * 4, rest, count - i);
+}
+
 using Rows = VectorRows<Avx2>;
 using Mix = VectorMix<Avx2>;
 
@@ -280,9 +356,12 @@ using Mix = VectorMix<Avx2>;
 const RowKernels* avx2_row_kernels() {
   static const bool supported = __builtin_cpu_supports("avx2");
   if (!supported) return nullptr;
-  static const RowKernels kernels = {
-      "AVX2",     Rows::blend,     Rows::light,   Rows::gray,         Rows::reverse,  pick,
-      mix_across, mix_across_wide, Mix::mix_down, Mix::mix_down_wide, rotate_bilinear};
+  static const RowKernels kernels = {"AVX2",          Rows::blend,
+                                     Rows::light,     Rows::gray,
+                                     Rows::reverse,   pick,
+                                     mix_across,      mix_across_wide,
+                                     Mix::mix_down,   Mix::mix_down_wide,
+                                     rotate_bilinear, rotate_nearest};
   return &kernels;
 }
 

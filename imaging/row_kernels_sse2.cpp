@@ -173,13 +173,20 @@ using Rows = VectorRows<Sse2>;
 using Mix = VectorMix<Sse2>;
 
 // Picking single pixels has no better form here than the plain one.
-void pick(uint8_t* dst, const uint8_t* src, const int32_t* columns, size_t count) {
-  plain_row_kernels().pick(dst, src, columns, count);
+void pick(uint8_t* dst, const uint8_t* src, size_t width, const int32_t* columns, size_t count) {
+  plain_row_kernels().pick(dst, src, width, columns, count);
 }
 
-constexpr RowKernels kSse2 = {
-    "SSE2",     Rows::blend,     Rows::light,   Rows::gray,         Rows::reverse,  pick,
-    mix_across, mix_across_wide, Mix::mix_down, Mix::mix_down_wide, rotate_bilinear};
+void rotate_nearest(uint8_t* dst, const RotatedRun& run, size_t count) {
+  plain_row_kernels().rotate_nearest(dst, run, count);
+}
+
+constexpr RowKernels kSse2 = {"SSE2",          Rows::blend,
+                              Rows::light,     Rows::gray,
+                              Rows::reverse,   pick,
+                              mix_across,      mix_across_wide,
+                              Mix::mix_down,   Mix::mix_down_wide,
+                              rotate_bilinear, rotate_nearest};
 
 }  // namespace
 

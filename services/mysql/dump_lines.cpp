@@ -1,7 +1,5 @@
 #include "services/mysql/dump_lines.h"
 
-#include <filesystem>
-
 #include "base/text.h"
 #include "services/mysql/db_connection.h"
 
@@ -14,10 +12,13 @@ constexpr long kDeviceError = 57;
 constexpr long kDiskFull = 61;
 constexpr long kPathAccess = 75;
 
+void check(bool written) {
+  if (!written) throw DbError(kDiskFull, L"Disco cheio ou erro de gravação no arquivo.");
+}
+
 }  // namespace
 
-LineWriter::LineWriter(const std::wstring& path)
-    : file_(std::filesystem::path(path), std::ios::binary | std::ios::trunc) {
+LineWriter::LineWriter(const std::wstring& path) : file_(SystemFile::create(path)) {
   if (!file_) throw DbError(kPathAccess, L"Erro de acesso ao caminho/arquivo: " + path);
 }
 
@@ -26,28 +27,22 @@ void LineWriter::line(std::wstring_view text) {
 }
 
 void LineWriter::bytes(std::string_view text) {
-  file_.write(text.data(), static_cast<std::streamsize>(text.size()));
-  file_.write("\r\n", 2);
-  file_.flush();
-  check();
+  line_.assign(text);
+  line_ += "\r\n";
+  check(file_.write(line_));
   ++count_;
 }
 
 void LineWriter::close() {
-  file_.close();
-  check();
-}
-
-void LineWriter::check() const {
-  if (!file_) throw DbError(kDiskFull, L"Disco cheio ou erro de gravação no arquivo.");
+  check(file_.close());
 }
 
 bool LineReader::fill() {
   block_.resize(kBlock);
-  bytes_.read(block_.data(), kBlock);
-  block_.resize(static_cast<size_t>(bytes_.gcount()));
+  const auto length = source_({reinterpret_cast<uint8_t*>(block_.data()), kBlock});
+  if (!length) throw DbError(kDeviceError, L"Erro de leitura no arquivo.");
+  block_.resize(*length);
   at_ = 0;
-  if (bytes_.bad()) throw DbError(kDeviceError, L"Erro de leitura no arquivo.");
   return !block_.empty();
 }
 
@@ -76,15 +71,14 @@ bool LineReader::next(std::string& line) {
   return has_any;
 }
 
-std::ifstream open_lines(const std::wstring& path, int64_t& length) {
-  const std::filesystem::path file(path);
-  std::error_code error;
-  if (path.empty() || !std::filesystem::is_regular_file(file, error))
+SystemFile open_lines(const std::wstring& path, int64_t& length) {
+  if (file_kind(path) != FileKind::kPlain)
     throw DbError(kFileNotFound, L"Arquivo não encontrado: " + path);
-  std::ifstream bytes(file, std::ios::binary);
-  length = static_cast<int64_t>(std::filesystem::file_size(file, error));
-  if (!bytes || error) throw DbError(kPathAccess, L"Erro de acesso ao caminho/arquivo: " + path);
-  return bytes;
+  SystemFile file = SystemFile::open(path);
+  const auto size = file ? file.size() : std::nullopt;
+  if (!size) throw DbError(kPathAccess, L"Erro de acesso ao caminho/arquivo: " + path);
+  length = static_cast<int64_t>(*size);
+  return file;
 }
 
 }  // namespace kestrelon

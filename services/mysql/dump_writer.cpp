@@ -1,5 +1,6 @@
 #include "services/mysql/dump_writer.h"
 
+#include "base/decimal.h"
 #include "base/text.h"
 #include "services/kn_format_ex.h"
 #include "services/mysql/sql_text.h"
@@ -24,7 +25,7 @@ void DumpWriter::write() {
   lines_.line(L"--  Fim do arquivo: " + moment_text());
   lines_.close();
   observer_.progress(100, 100);
-  observer_.status(L"O backup de " + std::to_wstring(tables) + L" tabela(s) foi concluído.");
+  observer_.status(L"O backup de " + decimal_text(tables) + L" tabela(s) foi concluído.");
 }
 
 std::wstring DumpWriter::moment_text() const {
@@ -89,8 +90,8 @@ void DumpWriter::write_routines(const RoutineKind& kind) {
     const std::wstring name = named_text(*routines, L"Name");
     const int64_t total = routines->record_count();
     observer_.status(L"Efetuando backup da procedure (" +
-                     std::to_wstring(routines->absolute_position()) + L" de " +
-                     std::to_wstring(total) + L"): " + name);
+                     decimal_text(routines->absolute_position()) + L" de " + decimal_text(total) +
+                     L"): " + name);
     observer_.progress(total, 0);
     const auto result =
         connection_.execute(L"SHOW CREATE " + sql + L" " + quoted_name(name) + L";");

@@ -2,14 +2,15 @@
 
 #include <optional>
 
+#include "base/decimal.h"
 #include "services/mysql/script_runner.h"
 #include "services/mysql/table_maintenance.h"
 
 namespace kestrelon {
 
 void MysqlService::keep_error(long number, const std::wstring& text, long line) {
-  error_description_ = L"Mensagem original de erro:\r\n-\r\nLinha: " + std::to_wstring(line) +
-                       L"\r\nNúmero: " + std::to_wstring(number) + L"\r\nDescrição: " + text;
+  error_description_ = L"Mensagem original de erro:\r\n-\r\nLinha: " + decimal_text(line) +
+                       L"\r\nNúmero: " + decimal_text(number) + L"\r\nDescrição: " + text;
 }
 
 template <class Work>

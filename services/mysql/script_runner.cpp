@@ -1,5 +1,6 @@
 #include "services/mysql/script_runner.h"
 
+#include "base/decimal.h"
 #include "base/text.h"
 #include "services/mysql/dump_lines.h"
 #include "services/mysql/statement_gatherer.h"
@@ -24,8 +25,8 @@ void run_lines(const std::wstring& path, MaintenanceObserver& observer, ScriptOu
   try {
     int64_t length = 0;
     int64_t characters = 0;
-    std::ifstream file = open_lines(path, length);
-    LineReader reader(file);
+    SystemFile file = open_lines(path, length);
+    LineReader reader([&file](std::span<uint8_t> room) { return file.read(room); });
     for (std::string line; !outcome.stopped && reader.next(line);) {
       characters += static_cast<int64_t>(line.size());
       observer.progress(length, characters);
@@ -96,7 +97,7 @@ ScriptOutcome run_script_by_line(const std::wstring& path, DbConnection& connect
     long error = try_execute(connection, command, outcome, number);
     if (const long other = try_execute(connection, L"COMMIT;", outcome, number)) error = other;
     if (error != 0) ++outcome.errors;
-    std::wstring told = error != 0 ? command + L" Erro:" + std::to_wstring(error) : command;
+    std::wstring told = error != 0 ? command + L" Erro:" + decimal_text(error) : command;
     observer.command(told);
     ++outcome.commands;
   });

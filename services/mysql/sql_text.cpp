@@ -1,5 +1,6 @@
 #include "services/mysql/sql_text.h"
 
+#include "base/decimal.h"
 #include "base/text.h"
 
 namespace kestrelon {
@@ -16,7 +17,7 @@ std::wstring value_text(const DbValue& value) {
     case DbValue::Kind::kBytes:
       return from_ansi(value.bytes);
     case DbValue::Kind::kReal:
-      return std::to_wstring(static_cast<int64_t>(value.real));
+      return decimal_text(static_cast<int64_t>(value.real));
     case DbValue::Kind::kBoolean:
       return value.boolean ? L"True" : L"False";
     default:
@@ -88,8 +89,8 @@ bool is_of_database(RecordSet& result, std::wstring_view database) {
 }
 
 std::wstring position_text(RecordSet& result, int offset) {
-  return L"(" + std::to_wstring(result.absolute_position() + offset) + L" de " +
-         std::to_wstring(result.record_count()) + L"): ";
+  return L"(" + decimal_text(result.absolute_position() + offset) + L" de " +
+         decimal_text(result.record_count()) + L"): ";
 }
 
 }  // namespace kestrelon

@@ -1,8 +1,8 @@
 #include "services/mysql/value_writer.h"
 
 #include <algorithm>
-#include <charconv>
 
+#include "base/decimal.h"
 #include "base/text.h"
 #include "services/kn_format_ex.h"
 #include "services/mysql/utf8_text.h"
@@ -120,24 +120,22 @@ void ValueWriter::append_text(std::string& line, std::wstring_view text, int fie
 }
 
 void ValueWriter::append_real(std::string& line, double value, bool single) {
-  constexpr int kDigitsOfDouble = 15;
-  constexpr int kDigitsOfSingle = 7;
-  char text[40];
-  const auto told = std::to_chars(text, text + sizeof text, value, std::chars_format::general,
-                                  single ? kDigitsOfSingle : kDigitsOfDouble);
-  double back = 0;
-  std::from_chars(text, told.ptr, back);
-  const bool equal = single ? static_cast<float>(back) == static_cast<float>(value) : back == value;
-  char* end = told.ptr;
-  if (!equal && exact_) {
-    end = single ? std::to_chars(text, text + sizeof text, static_cast<float>(value)).ptr
-                 : std::to_chars(text, text + sizeof text, value).ptr;
-  } else if (!equal) {
-    ++altered_;
+  const int told_digits = single ? 7 : 15;
+  const int most_digits = single ? 9 : 17;
+  // A text of so many digits that reads as the same number.
+  const auto comes_back = [&](int digits) {
+    const double read = rounded_to(value, digits);
+    return single ? static_cast<float>(read) == static_cast<float>(value) : read == value;
+  };
+  int digits = told_digits;
+  if (!comes_back(digits)) {
+    if (exact_)
+      while (digits < most_digits && !comes_back(++digits)) continue;
+    else
+      ++altered_;
   }
-  std::replace(text, end, 'e', 'E');
   line.push_back('\'');
-  line.append(text, end);
+  line += general_text(value, digits);
   line.push_back('\'');
 }
 

@@ -157,18 +157,38 @@ TEST(GrayRows, AllFormulasRoundTheExactSumHalvesToEven) {
   }
 }
 
-TEST(PickRows, AllSetsGiveEqualBytes) {
+TEST(ReversedRows, AllSetsGiveEqualBytes) {
   std::mt19937 random(7);
   std::vector<uint8_t> row(4 * 103);
   for (uint8_t& byte : row) byte = static_cast<uint8_t>(random());
-  std::vector<int32_t> places;
-  for (uint32_t x = 0; x < 101; ++x) places.push_back(static_cast<int32_t>((x * 53) % 103));
-  std::vector<std::vector<uint8_t>> results;
+  std::vector<uint8_t> first(row.size()), out(row.size());
+  plain_row_kernels().reverse(first.data(), row.data(), 103);
   for (const RowKernels* set : kernel_sets()) {
-    auto& out = results.emplace_back(4 * (places.size() + 103));
-    set->pick(out.data(), row.data(), places.data(), places.size());
-    set->reverse(out.data() + places.size() * 4, row.data(), 103);
-    EXPECT_EQ(results.back(), results.front()) << set->name;
+    set->reverse(out.data(), row.data(), 103);
+    EXPECT_EQ(out, first) << set->name;
+  }
+}
+
+// Steps of every size, even ones and jumps, to the last pixel of a row that ends where its memory
+// does.
+TEST(PickRows, EverySetTakesThePixelsNamed) {
+  std::mt19937 random(7);
+  for (int round = 0; round < 4000; ++round) {
+    const uint32_t width = 1 + random() % 300, count = 1 + random() % 120;
+    std::vector<uint32_t> row(width), expected(count), out(count);
+    for (uint32_t& pixel : row) pixel = random();
+    std::vector<int32_t> columns(count);
+    const bool even = random() % 3 != 0;
+    for (uint32_t x = 0; x < count; ++x)
+      columns[x] = static_cast<int32_t>(even ? uint64_t{x} * width / count : random() % width);
+    std::sort(columns.begin(), columns.end());
+    if (random() % 2 != 0) std::reverse(columns.begin(), columns.end());
+    for (uint32_t x = 0; x < count; ++x) expected[x] = row[static_cast<size_t>(columns[x])];
+    for (const RowKernels* set : kernel_sets()) {
+      set->pick(reinterpret_cast<uint8_t*>(out.data()),
+                reinterpret_cast<const uint8_t*>(row.data()), width, columns.data(), count);
+      ASSERT_EQ(out, expected) << set->name << ", " << count << " of " << width;
+    }
   }
 }
 
@@ -281,9 +301,18 @@ TEST(RotateRows, AllSetsGiveEqualBytesUpToTheEdges) {
                    0};
     run.dx = (any(width) - run.x) / steps;
     run.dy = (any(height) - run.y) / steps;
+    std::vector<uint8_t> nearest;
+    for (size_t i = 0; i < count; ++i) {
+      const auto step = static_cast<int64_t>(i);
+      const uint8_t* pixel = run.top + ((run.y + step * run.dy) >> 32) * run.stride +
+                             ((run.x + step * run.dx) >> 32) * 4;
+      nearest.insert(nearest.end(), pixel, pixel + 4);
+    }
     std::vector<std::vector<uint8_t>> out;
     for (const RowKernels* set : kernel_sets()) {
       out.emplace_back(count * 4);
+      set->rotate_nearest(out.back().data(), run, count);
+      ASSERT_EQ(out.back(), nearest) << set->name;
       set->rotate_bilinear(out.back().data(), run, count);
       ASSERT_EQ(out.back(), out.front()) << set->name;
     }
