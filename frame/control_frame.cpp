@@ -8,7 +8,9 @@
 namespace kestrelon {
 
 ControlFrame::ControlFrame(const ControlTraits& traits)
-    : traits_(traits), notify_point_(*this, IID_IPropertyNotifySink) {
+    : BrowseFace(static_cast<AutomationObject&>(*this)),
+      traits_(traits),
+      notify_point_(*this, IID_IPropertyNotifySink) {
   if (traits.acts_like_button) traits_.misc_status |= OLEMISC_ACTSLIKEBUTTON;
   AccessibleName.saved_when([this] { return !AccessibleName.get().empty(); });
   width_ = static_cast<int>(traits.initial_pixels.cx);

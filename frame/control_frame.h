@@ -16,6 +16,7 @@
 #include "frame/accessible/accessible_object.h"
 #include "frame/ambient.h"
 #include "frame/drag_drop/drop_target.h"
+#include "frame/face/browse_face.h"
 #include "frame/inner/inner_window.h"
 #include "frame/kit/scale.h"
 #include "frame/private_timer.h"
@@ -54,8 +55,7 @@ class ControlFrame : public AutomationObject,
                      public IPersistStreamInit,
                      public IPersistStorage,
                      public IPersistPropertyBag,
-                     public ISpecifyPropertyPages,
-                     public IPerPropertyBrowsing,
+                     public BrowseFace,
                      public IQuickActivate {
  public:
   explicit ControlFrame(const ControlTraits& traits);
@@ -156,12 +156,6 @@ class ControlFrame : public AutomationObject,
   STDMETHODIMP HandsOffStorage() override { return S_OK; }
   STDMETHODIMP Load(IPropertyBag* bag, IErrorLog* log) override;
   STDMETHODIMP Save(IPropertyBag* bag, BOOL clear_dirty, BOOL save_all) override;
-  // ISpecifyPropertyPages, IPerPropertyBrowsing
-  STDMETHODIMP GetPages(CAUUID* pages) override;
-  STDMETHODIMP GetDisplayString(DISPID, BSTR*) override { return S_FALSE; }
-  STDMETHODIMP MapPropertyToPage(DISPID id, CLSID* page) override;
-  STDMETHODIMP GetPredefinedStrings(DISPID, CALPOLESTR*, CADWORD*) override { return E_NOTIMPL; }
-  STDMETHODIMP GetPredefinedValue(DISPID, DWORD, VARIANT*) override { return E_NOTIMPL; }
   // IQuickActivate
   STDMETHODIMP QuickActivate(QACONTAINER* container, QACONTROL* control) override;
   STDMETHODIMP SetContentExtent(LPSIZEL size) override { return SetExtent(DVASPECT_CONTENT, size); }
@@ -330,6 +324,7 @@ class ControlFrame : public AutomationObject,
   void raise(DISPID event, std::initializer_list<VARIANT> arguments) override;
 
  private:
+  HRESULT show_pages(HWND parent);
   // control_inplace.cpp
   HRESULT activate(LONG verb, MSG* message);
   HRESULT activate_in_place();

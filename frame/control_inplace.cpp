@@ -6,7 +6,7 @@
 
 namespace kestrelon {
 
-STDMETHODIMP ControlFrame::DoVerb(LONG verb, MSG* message, IOleClientSite*, LONG, HWND,
+STDMETHODIMP ControlFrame::DoVerb(LONG verb, MSG* message, IOleClientSite*, LONG, HWND parent,
                                   LPCRECT place) {
   return call([&]() -> HRESULT {
     switch (verb) {
@@ -22,6 +22,9 @@ STDMETHODIMP ControlFrame::DoVerb(LONG verb, MSG* message, IOleClientSite*, LONG
         return S_OK;
       case OLEIVERB_DISCARDUNDOSTATE:
         return S_OK;
+      case kPropertiesVerb:
+      case OLEIVERB_PROPERTIES:
+        return show_pages(parent);
       case kAboutVerb:
         about();
         return S_OK;
