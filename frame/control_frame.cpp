@@ -4,6 +4,8 @@
 #include "frame/about.h"
 #include "frame/himetric.h"
 #include "frame/platform.h"
+#include "frame/screen.h"
+#include "frame/translate_color.h"
 
 namespace kestrelon {
 
@@ -178,6 +180,17 @@ void ControlFrame::report_leave() {
 void ControlFrame::apply_enabled() {
   const Property<bool>* const enabled = enabled_property();
   if (enabled != nullptr && window_ != nullptr) EnableWindow(window_, enabled->get());
+}
+
+void ControlFrame::assign_theme(ThemeTable table, long number) {
+  apply_theme(table, static_cast<int32_t>(number), [this](const wchar_t* name, uint32_t value) {
+    for (PropertyBase* const property : properties())
+      if (wcscmp(property->name(), name) == 0) property->put_number(value);
+  });
+}
+
+COLORREF ControlFrame::shown_color(OLE_COLOR color, int role) {
+  return high_contrast() ? GetSysColor(role) : TranslateColor(color);
 }
 
 }  // namespace kestrelon

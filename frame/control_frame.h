@@ -19,6 +19,7 @@
 #include "frame/face/browse_face.h"
 #include "frame/inner/inner_window.h"
 #include "frame/kit/scale.h"
+#include "frame/kit/theme.h"
 #include "frame/private_timer.h"
 #include "frame/property_objects.h"
 #include "frame/self_sub.h"
@@ -311,6 +312,11 @@ class ControlFrame : public AutomationObject,
   bool pointer_over_window() const;
   /// Asks for one WM_MOUSELEAVE at window_message_after() when the pointer leaves.
   void track_leave();
+  /// Gives the properties of a theme's table their values, each through its own setter. The
+  /// control draws once, at the end, if its repainting can wait that long.
+  void assign_theme(ThemeTable table, long number);
+  /// A colour property as it is drawn: in high contrast the system's colour of a role (COLOR_...).
+  static COLORREF shown_color(OLE_COLOR color, int role);
   /// Tells screen readers of a change (EVENT_OBJECT_...), if any listens.
   void tell_readers(DWORD event, long child = CHILDID_SELF) const;
   /// To be called when takes_drops() has changed.

@@ -87,6 +87,9 @@ class PropertyBase {
   virtual void reset() = 0;
   virtual Variant save() const = 0;
   virtual bool is_default() const = 0;
+  /// Through the setter of a property that is a colour, an enumeration or another whole number;
+  /// false for one that is none.
+  virtual bool put_number(uint32_t) { return false; }
   /// Takes what a bag holds for this property; what is missing is reset.
   virtual void read(BagReader& bag);
   /// Keys in the order in which they are saved.
@@ -196,6 +199,14 @@ class Property final : public PropertyBase {
   void reset() override { value_ = default_; }
   Variant save() const override { return Automation::to(value_); }
   bool is_default() const override { return value_ == default_; }
+  bool put_number(uint32_t number) override {
+    if constexpr (std::is_enum_v<T> || std::is_integral_v<T>) {
+      put(static_cast<T>(number));
+      return true;
+    } else {
+      return PropertyBase::put_number(number);
+    }
+  }
 
  private:
   T value_;

@@ -11,6 +11,7 @@
 
 #include <memory>
 
+#include "base/decimal.h"
 #include "frame/property.h"
 
 namespace kestrelon {
@@ -99,7 +100,7 @@ class RecordList final : public PropertyBase {
     if (!bag.read(key(), count) || !count.change(VT_I4)) return;
     const auto wanted = static_cast<size_t>(V_I4(&count) < 0 ? 0 : V_I4(&count));
     while (records_.size() < wanted && records_.size() < kMost) {
-      const std::wstring index = std::to_wstring(records_.size() + 1);
+      const std::wstring index = decimal_text(static_cast<int64_t>(records_.size()) + 1);
       Record record{};
       bool found = false;
       for (const auto& each : fields_) found = each->read(bag, index, record) || found;
@@ -110,7 +111,8 @@ class RecordList final : public PropertyBase {
   void write(BagWriter& bag) const override {
     bag.write(key(), save());
     for (size_t i = 0; i < size(); ++i)
-      for (const auto& each : fields_) each->write(bag, std::to_wstring(i + 1), records_[i]);
+      for (const auto& each : fields_)
+        each->write(bag, decimal_text(static_cast<int64_t>(i) + 1), records_[i]);
   }
 
  private:

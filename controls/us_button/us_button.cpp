@@ -123,18 +123,7 @@ void USButton::set_state(int state, bool force) {
 void USButton::apply_theme() {
   // Each colour goes through its own setter; the button is drawn once, at the end.
   in_batch_ = true;
-  kestrelon::apply_theme(theme::kButton, Theme.get(), [this](const wchar_t* name, uint32_t value) {
-    for (PropertyBase* property : properties()) {
-      if (wcscmp(property->name(), name) != 0) continue;
-      if (auto* const color = dynamic_cast<Property<OLE_COLOR>*>(property)) {
-        color->put(value);
-      } else if (property == &GradientColors) {
-        GradientColors.put(static_cast<ENUM_GRADIENT_COLORS>(value));
-      } else if (property == &ButtonShape) {
-        ButtonShape.put(static_cast<ENUM_BUTTON_SHAPES>(value));
-      }
-    }
-  });
+  assign_theme(theme::kButton, Theme.get());
   in_batch_ = false;
   repaint();
 }

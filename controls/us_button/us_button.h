@@ -202,6 +202,7 @@ class USButton final : public USButtonGlue<USButton, ControlFrame>, private Butt
   HRGN outline() const override;
   void draw(int state);
   ColorRef draw_face(int state);
+  ColorRef draw_plain_face(int state);
   ColorRef draw_focus(int state);
   void draw_picture(int state);
   void draw_caption(ColorRef color);

@@ -59,7 +59,7 @@ void USScrollBar::lay_out() {
 
 void USScrollBar::describe(AccessibleItem& item) const {
   item.role = ROLE_SYSTEM_SCROLLBAR;
-  item.value = std::to_wstring(Value.get());
+  item.value = decimal_text(Value.get());
 }
 
 bool USScrollBar::accessible_set_value(long, const std::wstring& value) {
