@@ -52,8 +52,8 @@ bool ImageStrip::reserve(int32_t cells) {
   if (capacity_ > 0) {
     const int64_t doubled = std::max<int64_t>(int64_t{capacity_} * 2, kFirstGrowth);
     const bool last = static_cast<size_t>(doubled) * cell_bytes() > kLastGrowth;
-    wanted = last ? max_size()
-                  : static_cast<int32_t>(std::clamp<int64_t>(doubled, cells, max_size()));
+    wanted =
+        last ? max_size() : static_cast<int32_t>(std::clamp<int64_t>(doubled, cells, max_size()));
   }
   c32bppDIB larger(factory_);
   if (!larger.InitializeDIB(cell_width_, wanted * cell_height_)) {
