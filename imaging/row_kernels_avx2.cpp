@@ -52,6 +52,7 @@ struct Avx2 {
   static Int truncate(__m256 v) { return _mm256_cvttps_epi32(v); }
   static __m256 load_floats(const float* p) { return _mm256_loadu_ps(p); }
   static __m256 add(__m256 a, __m256 b) { return _mm256_add_ps(a, b); }
+  static __m256 multiply_add(__m256 a, __m256 b, __m256 c) { return _mm256_fmadd_ps(a, b, c); }
   static __m256 subtract(__m256 a, __m256 b) { return _mm256_sub_ps(a, b); }
   static __m256 least(__m256 a, __m256 b) { return _mm256_min_ps(a, b); }
   static bool any_less(__m256 a, __m256 b) {
@@ -150,48 +151,76 @@ __m256i load_pair(const uint8_t* src, uint32_t index) {
   return _mm256_broadcastq_epi64(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)));
 }
 
-void mix_across(int16_t* dst, const uint8_t* src, const uint32_t* index,
+// Eight of the eight pixels from `first`, in the order of their places.
+__m256i quad(const uint8_t* src, int32_t first, const int32_t* places) {
+  return _mm256_permutevar8x32_epi32(Avx2::load(src + ptrdiff_t{first} * 4), Avx2::load(places));
+}
+
+void mix_across(int16_t* dst, const uint8_t* src, const uint32_t* index, const ColumnQuads& quads,
                 const NarrowColumn* columns, size_t count) {
   const __m256i side_by_side =
       _mm256_setr_epi8(0, 4, 1, 5, 2, 6, 3, 7, 8, 12, 9, 13, 10, 14, 11, 15, 0, 4, 1, 5, 2, 6, 3, 7,
                        8, 12, 9, 13, 10, 14, 11, 15);
+  const auto weigh = [&](size_t x, __m256i pixels) {
+    const __m256i pairs = _mm256_shuffle_epi8(pixels, side_by_side);
+    const __m256i weights = Avx2::load(columns + x);
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(dst + x * 4),
+                        _mm256_maddubs_epi16(pairs, weights));
+  };
   const auto mixed = [&](size_t x) {
     const __m256i low =
         _mm256_blend_epi32(load_pair(src, index[x]), load_pair(src, index[x + 1]), 0x0C);
     const __m256i high =
         _mm256_blend_epi32(load_pair(src, index[x + 2]), load_pair(src, index[x + 3]), 0xC0);
-    const __m256i pairs = _mm256_shuffle_epi8(_mm256_blend_epi32(low, high, 0xF0), side_by_side);
-    const __m256i weights = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(columns + x));
-    _mm256_storeu_si256(reinterpret_cast<__m256i*>(dst + x * 4),
-                        _mm256_maddubs_epi16(pairs, weights));
+    weigh(x, _mm256_blend_epi32(low, high, 0xF0));
   };
-  if (count < 4) return plain_row_kernels().mix_across(dst, src, index, columns, count);
-  for (size_t x = 0; x < count - 4; x += 4) mixed(x);
+  if (count < 4) return plain_row_kernels().mix_across(dst, src, index, quads, columns, count);
+  for (size_t x = 0; x < count - 4; x += 4) {
+    const int32_t first = quads.first(x / 4);
+    if (first < 0) {
+      mixed(x);
+    } else {
+      weigh(x, quad(src, first, quads.places(x / 4)));
+    }
+  }
   mixed(count - 4);  // may do some columns again
 }
 
 void mix_across_wide(float* dst, const uint8_t* src, const uint32_t* index,
-                     const WideColumn* columns, size_t count) {
+                     const ColumnQuads& quads, const WideColumn* columns, size_t count) {
   const __m256i side_by_side =
       _mm256_setr_epi8(0, -1, 4, -1, 1, -1, 5, -1, 2, -1, 6, -1, 3, -1, 7, -1, 0, -1, 4, -1, 1, -1,
                        5, -1, 2, -1, 6, -1, 3, -1, 7, -1);
   const __m256i first = _mm256_setr_epi32(0, 0, 0, 0, 1, 1, 1, 1);
   const __m256i second = _mm256_setr_epi32(2, 2, 2, 2, 3, 3, 3, 3);
-  const auto mixed = [&](size_t x, __m256i weights) {
-    const __m256i both =
-        _mm256_blend_epi32(load_pair(src, index[x]), load_pair(src, index[x + 1]), 0xF0);
-    const __m256i sums = _mm256_madd_epi16(_mm256_shuffle_epi8(both, side_by_side), weights);
-    _mm256_storeu_ps(dst + x * 4, _mm256_cvtepi32_ps(sums));
+  const __m256i side_by_side_high = _mm256_or_si256(side_by_side, _mm256_set1_epi16(8));
+  // Two columns at x: their pixels and weights.
+  const auto weigh = [&](size_t x, __m256i pairs, __m256i weights) {
+    _mm256_storeu_ps(dst + x * 4, _mm256_cvtepi32_ps(_mm256_madd_epi16(pairs, weights)));
   };
-  const auto mixed_four = [&](size_t x) {
+  const auto both = [&](size_t x) {
+    return _mm256_shuffle_epi8(
+        _mm256_blend_epi32(load_pair(src, index[x]), load_pair(src, index[x + 1]), 0xF0),
+        side_by_side);
+  };
+  const auto four = [&](size_t x, __m256i first_pairs, __m256i second_pairs) {
     const __m256i weights =
         _mm256_castsi128_si256(_mm_loadu_si128(reinterpret_cast<const __m128i*>(columns + x)));
-    mixed(x, _mm256_permutevar8x32_epi32(weights, first));
-    mixed(x + 2, _mm256_permutevar8x32_epi32(weights, second));
+    weigh(x, first_pairs, _mm256_permutevar8x32_epi32(weights, first));
+    weigh(x + 2, second_pairs, _mm256_permutevar8x32_epi32(weights, second));
   };
-  if (count < 4) return plain_row_kernels().mix_across_wide(dst, src, index, columns, count);
-  for (size_t x = 0; x < count - 4; x += 4) mixed_four(x);
-  mixed_four(count - 4);  // may do some columns again
+  if (count < 4) return plain_row_kernels().mix_across_wide(dst, src, index, quads, columns, count);
+  for (size_t x = 0; x < count - 4; x += 4) {
+    const int32_t start = quads.first(x / 4);
+    if (start < 0) {
+      four(x, both(x), both(x + 2));
+    } else {
+      const __m256i pixels = quad(src, start, quads.places(x / 4));
+      four(x, _mm256_shuffle_epi8(pixels, side_by_side),
+           _mm256_shuffle_epi8(pixels, side_by_side_high));
+    }
+  }
+  four(count - 4, both(count - 4), both(count - 2));  // may do some columns again
 }
 
 void store_pixel(uint8_t* dst, __m128i lanes) {
@@ -354,7 +383,7 @@ using Mix = VectorMix<Avx2>;
 }  // namespace
 
 const RowKernels* avx2_row_kernels() {
-  static const bool supported = __builtin_cpu_supports("avx2");
+  static const bool supported = __builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma");
   if (!supported) return nullptr;
   static const RowKernels kernels = {"AVX2",          Rows::blend,
                                      Rows::light,     Rows::gray,

@@ -71,7 +71,7 @@ void mix_pixel(auto* dst, const uint8_t* src, int32_t left, int32_t right) {
         static_cast<std::remove_reference_t<decltype(*dst)>>(src[c] * left + src[c + 4] * right);
 }
 
-void mix_across(int16_t* dst, const uint8_t* src, const uint32_t* index,
+void mix_across(int16_t* dst, const uint8_t* src, const uint32_t* index, const ColumnQuads&,
                 const NarrowColumn* columns, size_t count) {
   for (size_t x = 0; x < count; ++x) {
     const int8_t* weights = columns[x].weights;
@@ -79,7 +79,7 @@ void mix_across(int16_t* dst, const uint8_t* src, const uint32_t* index,
   }
 }
 
-void mix_across_wide(float* dst, const uint8_t* src, const uint32_t* index,
+void mix_across_wide(float* dst, const uint8_t* src, const uint32_t* index, const ColumnQuads&,
                      const WideColumn* columns, size_t count) {
   for (size_t x = 0; x < count; ++x)
     mix_pixel(dst + x * 4, src + size_t{index[x]} * 4, columns[x].left, columns[x].right);

@@ -220,6 +220,10 @@ struct MixCase {
       const int32_t choices[] = {0, column_units, any(column_units), any(column_units)};
       far.push_back(choices[random() % 4]);
     }
+    // As in a picture: they rise, or fall in a mirrored one.
+    const uint32_t order = random() % 4;
+    if (order != 0) std::sort(index.begin(), index.end());
+    if (order == 1) std::reverse(index.begin(), index.end());
     const int32_t choices[] = {0, row_units, any(row_units), any(row_units)};
     lower_weight = choices[random() % 4];
   }
@@ -243,10 +247,13 @@ struct MixCase {
         columns.push_back({static_cast<int16_t>(column_units - f), static_cast<int16_t>(f)});
       }
     }
+    const ColumnQuads quads(
+        index, static_cast<int32_t>(upper.size() / 4),
+        std::is_same_v<Column, NarrowColumn> ? QuadOrder::kNarrow : QuadOrder::kWide);
     std::vector<Sum> sums[2];
     for (size_t k : {0, 1}) {
       sums[k].resize(index.size() * 4);
-      across(sums[k].data(), (k ? lower : upper).data(), index.data(), columns.data(),
+      across(sums[k].data(), (k ? lower : upper).data(), index.data(), quads, columns.data(),
              index.size());
     }
     std::vector<uint8_t> out(index.size() * 4);
