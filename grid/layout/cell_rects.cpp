@@ -73,8 +73,8 @@ CellParts cell_parts(const GridMetrics& metrics, const CellShape& shape) {
   const PixelRect face = cell_face(metrics, shape.cell);
   const int near = shape.leads_row ? metrics.row_content_left : metrics.padding;
   parts.content = {std::min(shape.cell.left + near, face.right), face.top,
-                   std::max(shape.cell.right - metrics.scale.px(2), shape.cell.left), face.bottom};
-  parts.content.right = std::max(std::min(parts.content.right, face.right), parts.content.left);
+                   std::max(face.right - metrics.padding, shape.cell.left), face.bottom};
+  parts.content.right = std::max(parts.content.right, parts.content.left);
   const int side = std::max(metrics.check_box_size - metrics.check_left, 0);
   parts.check = CellImageRect(metrics, parts.content, {side, side}, shape.alignment);
   parts.text = parts.content;
@@ -91,7 +91,7 @@ CellParts cell_parts(const GridMetrics& metrics, const CellShape& shape) {
 
 int progress_width(int width, double value) {
   const double held = value > 0 ? std::min(value, 100.0) : 0;
-  return width <= 1 ? 0 : round_half_even((width - 1) / 100.0 * held);
+  return width <= 0 ? 0 : round_half_even(width / 100.0 * held);
 }
 
 PixelRect editor_rect(const GridMetrics& metrics, const PixelRect& cell) {

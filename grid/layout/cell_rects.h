@@ -59,7 +59,7 @@ CellParts cell_parts(const GridMetrics& metrics, const CellShape& shape);
 PixelRect CellImageRect(const GridMetrics& metrics, const PixelRect& content, const Size& size,
                         int alignment);
 
-/// How much of a bar of this width a value fills: 0 to 100 per cent of all but the last pixel.
+/// How much of a bar of this width a value fills, held to 0 to 100 per cent.
 int progress_width(int width, double value);
 
 /// Room for the edit window in a cell.

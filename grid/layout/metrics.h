@@ -39,7 +39,7 @@ struct GridMetrics {
   int row_h = 0;  ///< default height of a row
   int vertical_offset = 0;
   int line_width = 0;  ///< of the grid lines, inside the cell at its right and bottom
-  int padding = 0;     ///< left of a text; two thirds of it, rounded, lie at the right
+  int padding = 0;     ///< at both sides of a text, so that a focus mark leaves it whole
 };
 
 GridMetrics ComputeMetrics(const MetricsInput& input);

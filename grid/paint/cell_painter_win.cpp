@@ -7,12 +7,12 @@ void CellPainter::draw(const Cell& cell) {
   const grid_layout::CellShape shape = shape_of(cell);
   const auto parts = grid_layout::cell_parts(scene_.page.metrics, shape);
   if (facts.kind == CellKind::kCheckBox) {
-    marks_.check_box(parts.check, cell.clip, facts.checked, scene_.look.enabled);
+    marks_.check_box(parts.check, cell.clip, facts.checked);
     return draw_image(cell, parts.image);
   }
   if (facts.kind == CellKind::kButton)
     marks_.push_button(grid_layout::cell_face(scene_.page.metrics, cell.area), cell.clip,
-                       facts.pressed, scene_.look.enabled);
+                       facts.pressed);
   draw_image(cell, parts.image);
   if (!facts.text.empty()) draw_text(cell, shape);
 }
@@ -89,6 +89,8 @@ bool CellPainter::stands_over(const CellFacts& facts, const PixelRect& area) con
 ColorRef CellPainter::text_color(const Cell& cell) const {
   const GridColors& colors = scene_.look.colors;
   if (!scene_.look.enabled) return colors.fore_disabled;
+  if (cell.facts.kind == CellKind::kButton && scene_.look.high_contrast)
+    return cell.facts.pressed ? colors.fore_header_over : colors.fore_header;
   const bool own = cell.facts.own_fore && !scene_.look.high_contrast;
   if (cell.selected && !(own && scene_.look.keep_text_color)) return colors.fore_selected;
   return own ? cell.facts.fore : colors.fore;

@@ -7,7 +7,7 @@ namespace kestrelon::grid_paint {
 
 class CellPainter {
  public:
-  CellPainter(HDC dc, const GridScene& scene, SystemMarks& marks)
+  CellPainter(HDC dc, const GridScene& scene, MarkPainter& marks)
       : dc_(dc), scene_(scene), marks_(marks) {}
 
   struct Cell {
@@ -30,7 +30,7 @@ class CellPainter {
 
   HDC dc_;
   const GridScene& scene_;
-  SystemMarks& marks_;
+  MarkPainter& marks_;
 };
 
 }  // namespace kestrelon::grid_paint

@@ -32,6 +32,34 @@ void draw_active_face(const Paper& paper, const PixelRect& cell, HeaderState sta
   }
 }
 
+struct Point {
+  double x, y;
+};
+struct Stroke {
+  Point from, to;
+};
+
+double distance(const Stroke& stroke, Point at) {
+  const double dx = stroke.to.x - stroke.from.x;
+  const double dy = stroke.to.y - stroke.from.y;
+  const double along =
+      ((at.x - stroke.from.x) * dx + (at.y - stroke.from.y) * dy) / (dx * dx + dy * dy);
+  const double t = std::clamp(along, 0.0, 1.0);
+  return std::hypot(at.x - stroke.from.x - t * dx, at.y - stroke.from.y - t * dy);
+}
+
+// A line with round ends whose edge pixels are mixed by how much of them it covers.
+void draw_stroke(const Paper& paper, const PixelRect& area, const Stroke& stroke, double half_width,
+                 ColorRef color) {
+  const PixelRect seen = intersect(area, paper.clip());
+  for (int y = seen.top; y < seen.bottom; ++y)
+    for (int x = seen.left; x < seen.right; ++x) {
+      const double cover = half_width + 0.5 - distance(stroke, {x + 0.5, y + 0.5});
+      if (cover > 0)
+        paper.pixel(x, y, BlendColor(paper.color_at(x, y), color, std::min(cover, 1.0)));
+    }
+}
+
 }  // namespace
 
 void DrawHeaderCell(const Paper& paper, const PixelRect& cell, HeaderState state,
@@ -66,9 +94,34 @@ void draw_progress(const Paper& paper, const PixelRect& area, double value, cons
                    const Scale& scale) {
   if (std::isnan(value) || value < 0 || area.empty()) return;
   const int width = grid_layout::progress_width(area.right - area.left, value);
-  const PixelRect bar = {area.left, area.top, area.left + width, area.bottom};
+  PixelRect bar = {area.left, area.top, area.left + width, area.bottom};
+  if (look.high_contrast) bar.top = std::max(area.bottom - scale.px(4), area.top);
   paper.gradient(bar, look.colors.progress1, look.colors.progress2, GradientDirection::TopToBottom);
   paper.frame(area, look.colors.progress_border, scale.line(1));
+}
+
+void draw_check_box(const Paper& paper, const PixelRect& area, bool checked, const PaintLook& look,
+                    const Scale& scale) {
+  if (area.empty()) return;
+  const GridColors& colors = look.colors;
+  const ColorRef ink = look.enabled ? colors.check_tick : colors.fore_disabled;
+  paper.fill(area, colors.check_back);
+  paper.frame(area, look.enabled ? colors.check_frame : colors.fore_disabled, scale.line(1));
+  if (!checked) return;
+  const double side = area.right - area.left;
+  const auto point = [&](double x, double y) {
+    return Point{area.left + x * side, area.top + y * side};
+  };
+  draw_stroke(paper, area, {point(0.24, 0.52), point(0.42, 0.70)}, side * 0.065, ink);
+  draw_stroke(paper, area, {point(0.42, 0.70), point(0.77, 0.31)}, side * 0.065, ink);
+}
+
+void draw_button(const Paper& paper, const PixelRect& area, bool pressed, const PaintLook& look,
+                 const Scale& scale) {
+  PaintLook reacting = look;
+  reacting.headers_react = true;
+  DrawHeaderCell(paper, area, pressed ? HeaderState::kDown : HeaderState::kNormal, reacting, scale);
+  paper.frame(area, look.colors.border, scale.line(1));
 }
 
 void draw_highlight(const Paper& paper, const PixelRect& area, const PaintLook& look) {

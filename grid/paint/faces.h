@@ -22,9 +22,18 @@ void draw_header_divider(const Paper& paper, const PixelRect& cell, int line_wid
 /// A triangle of lines that fills the rectangle, its tip at the top when `up`.
 void DrawSortArrow(const Paper& paper, const PixelRect& area, bool up, ColorRef color);
 
-/// A frame filled up to `value` per cent; a value below 0 or no number at all draws nothing.
+/// A frame filled up to `value` per cent; a value below 0 or no number at all draws nothing. Under
+/// high contrast the bar is low, so that no text stands on it.
 void draw_progress(const Paper& paper, const PixelRect& area, double value, const PaintLook& look,
                    const Scale& scale);
+
+/// A check box that is sharp at any size.
+void draw_check_box(const Paper& paper, const PixelRect& area, bool checked, const PaintLook& look,
+                    const Scale& scale);
+
+/// A button as the headings look.
+void draw_button(const Paper& paper, const PixelRect& area, bool pressed, const PaintLook& look,
+                 const Scale& scale);
 
 /// The highlight of a selected row, unless selections are mixed into the cells.
 void draw_highlight(const Paper& paper, const PixelRect& area, const PaintLook& look);

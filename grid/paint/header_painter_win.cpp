@@ -123,7 +123,9 @@ void HeaderPainter::draw_total(const PlacedColumn& column, const PixelRect& clip
   if (total.text.empty()) return;
   const CellFont& font = scene_.fonts.cell({}, {});
   const FontInUse in_use(surface_.dc(), font);
-  SetTextColor(surface_.dc(), scene_.look.enabled ? total.fore : scene_.look.colors.fore_disabled);
+  const GridColors& colors = scene_.look.colors;
+  const ColorRef fore = scene_.look.high_contrast ? colors.fore_header : total.fore;
+  SetTextColor(surface_.dc(), scene_.look.enabled ? fore : colors.fore_disabled);
   // The texts stand below those of the cells.
   const PixelRect area =
       grid_layout::cell_parts(page.metrics, {cell, false, total.alignment, {}, 4, {}}).text;

@@ -24,6 +24,8 @@ PaintLook high_contrast(PaintLook look, const SystemColors& system) {
   colors.sort_arrow = system.face_text;
   colors.grid = colors.border = system.window_text;
   colors.focus = system.hot;
+  colors.check_back = system.window;
+  colors.check_frame = colors.check_tick = system.window_text;
   colors.progress1 = colors.progress2 = system.highlight;
   colors.progress_border = system.window_text;
   look.high_contrast = true;

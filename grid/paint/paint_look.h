@@ -34,6 +34,7 @@ struct GridColors {
   std::array<ColorRef, 3> header_accent = {0x19B1F9, 0x47C2FC, 0xA9F8};  ///< from the bottom up
   ColorRef sort_arrow = 0x696969;
   ColorRef grid = 0xF7EADF, border = 0xDBC9BA, focus = 0xE7A665;
+  ColorRef check_back = 0xFFFFFF, check_frame = 0x8A8A8A, check_tick = 0x303030;
   ColorRef progress1 = 0xFFFFFF, progress2 = 0xE7A665, progress_border = 0xDBC9BA;
 };
 

@@ -80,7 +80,7 @@ void RowPainter::draw_cell_face(size_t index, const PlacedRow& row, const Paper&
   if (facts.kind != CellKind::kProgress) return;
   const PixelRect face = grid_layout::cell_face(scene_.page.metrics, cell);
   draw_progress(paper.within(cell),
-                {cell.left, face.top + scale.line(1), cell.right, face.bottom - scale.line(1)},
+                {cell.left, face.top + scale.line(1), face.right, face.bottom - scale.line(1)},
                 facts.progress, look, scale);
 }
 
@@ -116,7 +116,7 @@ void RowPainter::draw_row_marks(const PlacedRow& row, const PixelRect& clip) {
   const PaintLook& look = scene_.look;
   if (look.row_check_boxes)
     marks_.check_box(grid_layout::row_check_rect(page.metrics, row, page.number_width), clip,
-                     facts_.checked, look.enabled);
+                     facts_.checked);
   if (facts_.image == 0 || scene_.pictures == nullptr || page.columns.empty()) return;
   const PixelRect area =
       grid_layout::row_image_rect(page.metrics, row, page.number_width, look.center_row_image);

@@ -12,7 +12,7 @@ class RowPainter {
   RowPainter(Surface& surface, const GridScene& scene)
       : surface_(surface),
         scene_(scene),
-        marks_(surface.dc(), !scene.look.high_contrast),
+        marks_(surface, scene.look, scene.page.metrics.scale),
         cells_(scene.page.columns.size()) {}
 
   /// Draws what of the row lies within `clip`, with the focus mark if that stands in it.
@@ -33,7 +33,7 @@ class RowPainter {
 
   Surface& surface_;
   const GridScene& scene_;
-  SystemMarks marks_;
+  MarkPainter marks_;
   RowFacts facts_;
   std::vector<CellFacts> cells_;  // of the columns from first_ to end_
   size_t first_ = 0, end_ = 0;

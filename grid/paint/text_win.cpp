@@ -29,8 +29,7 @@ Fit fit_into(HDC dc, std::wstring_view text, int width) {
   return fit;
 }
 
-void put(HDC dc, const CellFont& font, std::wstring_view text, int width,
-         const TextPlace& place) {
+void put(HDC dc, const CellFont& font, std::wstring_view text, int width, const TextPlace& place) {
   const grid_layout::Size size = {width, font.height};
   PixelRect at = grid_layout::aligned(place.area, size, place.alignment);
   at.top = std::max(at.top, place.area.top);  // what is too high loses its lower part
@@ -88,8 +87,7 @@ int wrapped_height(HDC dc, std::wstring_view text, int width, bool ellipsis) {
   const UINT flags =
       DT_CALCRECT | DT_WORDBREAK | DT_NOPREFIX | DT_EDITCONTROL | (ellipsis ? DT_WORD_ELLIPSIS : 0);
   // The last line counts whole, which it does not with the edit control's rule.
-  return DrawTextUnicode(dc, text, -1, &rect,
-                         flags & ~static_cast<UINT>(DT_EDITCONTROL));
+  return DrawTextUnicode(dc, text, -1, &rect, flags & ~static_cast<UINT>(DT_EDITCONTROL));
 }
 
 int line_width(HDC dc, std::wstring_view text) {
