@@ -92,12 +92,13 @@ class Comparison {
         add({mark.left, std::max(mark.top, top), mark.right, std::min(mark.bottom, bottom)});
   }
 
-  // The room below the last row.
+  // The room below the last row, where the upright lines go on if there is a row at all.
   void compare_rest() {
     const PixelRect& area = now_.rows_area;
     const int end = now_.rows.empty() ? area.top : now_.rows.back().place.bottom();
     const int old_end = before_.rows.empty() ? area.top : before_.rows.back().place.bottom();
-    if (end < area.bottom && (by_ != 0 || old_end > end))
+    const bool lines_change = now_.rows.empty() != before_.rows.empty();
+    if (end < area.bottom && (by_ != 0 || old_end > end || lines_change))
       add({area.left, end, area.right, area.bottom});
   }
 
