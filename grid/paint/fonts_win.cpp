@@ -21,6 +21,7 @@ CellFont make_font(const LOGFONTW& logical) {
   TEXTMETRICW metrics = {};
   GetTextMetricsW(dc, &metrics);
   font.height = metrics.tmHeight;
+  font.lined = logical.lfUnderline != 0 || logical.lfStrikeOut != 0;
   font.ellipsis_width = width_of(dc, L"...", static_cast<int>(kEllipsis.size()));
   for (wchar_t digit = L'0'; digit <= L'9'; ++digit)
     font.digit_width = std::max(font.digit_width, width_of(dc, &digit, 1));

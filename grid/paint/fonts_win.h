@@ -15,6 +15,7 @@ struct CellFont {
   int height = 0;          ///< of a line
   int ellipsis_width = 0;  ///< of "..."
   int digit_width = 0;     ///< of the widest digit
+  bool lined = false;      ///< underlined or struck out
 };
 
 struct FontStyle {

@@ -36,8 +36,12 @@ void put(HDC dc, const CellFont& font, std::wstring_view text, int width, const 
   const RECT clip = to_rect(intersect(place.area, place.clip));
   if (clip.left >= clip.right || clip.top >= clip.bottom) return;
   const UINT flags = ETO_CLIPPED | (place.right_to_left ? ETO_RTLREADING : 0);
+  // Not every system cuts the line of an underlined text to the rectangle.
+  const int saved = font.lined ? SaveDC(dc) : 0;
+  if (saved != 0) IntersectClipRect(dc, clip.left, clip.top, clip.right, clip.bottom);
   ExtTextOutW(dc, at.left, at.top, flags, &clip, text.data(), static_cast<UINT>(text.size()),
               nullptr);
+  if (saved != 0) RestoreDC(dc, saved);
 }
 
 UINT wrapping_flags(const TextPlace& place) {
