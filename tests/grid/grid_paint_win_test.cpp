@@ -2,6 +2,7 @@
 
 #include <random>
 
+#include "grid/paint/measure_win.h"
 #include "tests/grid/paint_fixture_win.h"
 
 namespace kestrelon {
@@ -244,6 +245,61 @@ TEST(GridPaint, SelectedTextsKeepTheirOwnColorOnlyWhenAsked) {
   grid.draw();
   EXPECT_TRUE(has(grid.look.colors.fore_disabled));
   EXPECT_FALSE(has(0x008000));
+}
+
+TEST(GridPaint, MeasuredRowsShowAllTheirLines) {
+  for (const int dpi : {96, 144, 288}) {
+    PaintedGrid grid(dpi, 2);
+    grid.look.focus_mode = FocusMode::kNone;
+    grid.input.first_column = 4;
+    grid.input.height = grid.scale.px(600);
+    grid.lay();
+    grid.draw();
+    const Measuring with = {grid.surface.dc(), grid.page.metrics, grid.look,
+                            grid.contents,     grid.fonts,        &grid.pictures};
+    const int height = MeasureRowHeight(with, grid.columns, 1, 0);
+    EXPECT_GT(height, 2 * grid.page.metrics.text_height);
+    EXPECT_EQ(MeasureRowHeight(with, grid.columns, 1, 1),
+              measured_row_height(grid.page.metrics, 0, 0));
+    // A row of that height shows what a much higher one shows, and no mark to expand it.
+    const auto ink = [&](int row_height) {
+      grid.rows.heights = {grid.rows.high, row_height};
+      grid.contents.selected = {};
+      grid.draw();
+      int pixels = 0;
+      const PixelRect cell =
+          cell_face(grid.page.metrics, cell_rect(*grid.page.column(7), *grid.page.row(1)));
+      for (int y = cell.top; y < cell.bottom; ++y)
+        for (int x = cell.left; x < cell.right; ++x)
+          pixels += grid.at(x, y) != grid.at(cell.left, cell.top);
+      return pixels;
+    };
+    const int all = ink(3 * height);
+    EXPECT_EQ(ink(height + grid.page.metrics.line_width), all) << dpi;
+    EXPECT_NE(ink(height / 2), all) << dpi;
+  }
+}
+
+TEST(GridPaint, AutomaticWidthCutsNothingAndWastesLittle) {
+  PaintedGrid grid(96, 2);
+  grid.draw();
+  const Measuring with = {grid.surface.dc(), grid.page.metrics, grid.look,
+                          grid.contents,     grid.fonts,        &grid.pictures};
+  const int width = auto_column_width(with, 0, grid.rows.rows, true);
+  grid.look.word_wrap = false;
+  const auto picture = [&](int column_width) {
+    grid.columns[0].width = column_width;
+    grid.input.first_column = 0;
+    grid.draw();
+    std::vector<uint32_t> pixels;
+    for (int x = 40; x < 40 + std::min(width, column_width) - 30; ++x)
+      pixels.push_back(grid.at(x, grid.page.row(1)->top + 10));
+    return pixels;
+  };
+  EXPECT_EQ(picture(width), picture(width + 1)) << "shortened at the measured width";
+  const std::vector<uint32_t> narrow = picture(width - 2);
+  const std::vector<uint32_t> full = picture(width);
+  EXPECT_FALSE(std::equal(narrow.begin(), narrow.end(), full.begin())) << "too wide";
 }
 
 TEST(GridPaint, EmptyAndTinyGridsAreDrawn) {
