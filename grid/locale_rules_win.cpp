@@ -111,8 +111,9 @@ void SystemLocaleRules::append_sort_key(std::wstring_view text, std::string& key
 std::optional<double> SystemLocaleRules::wordy_date(std::wstring_view text) const {
   constexpr size_t kLongestDate = 64;
   if (text.size() > kLongestDate) return std::nullopt;
+  std::wstring ended(text);
   DATE date = 0;
-  if (FAILED(VarDateFromStr(std::wstring(text).c_str(), locale_, 0, &date))) return std::nullopt;
+  if (FAILED(VarDateFromStr(ended.data(), locale_, 0, &date))) return std::nullopt;
   return date;
 }
 

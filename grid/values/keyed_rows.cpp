@@ -9,7 +9,9 @@
 namespace kestrelon {
 namespace {
 
-constexpr size_t kFewRows = 48;  // below, shifting rows is cheaper than counting bytes
+// Up to so many rows shifting, then merging, is cheaper than counting bytes.
+constexpr size_t kFewRows = 24;
+constexpr size_t kSomeRows = 768;
 constexpr int kKeyBytes = 8;
 constexpr size_t kSampleRows = 4096;
 
@@ -47,6 +49,11 @@ uint64_t number_key(double value) {
 
 void sort_by_key(std::span<KeyedRow> rows, std::span<KeyedRow> scratch) {
   if (rows.size() <= kFewRows) return insertion_sort(rows);
+  if (rows.size() <= kSomeRows) {
+    std::stable_sort(rows.begin(), rows.end(),
+                     [](const KeyedRow& a, const KeyedRow& b) { return a.key < b.key; });
+    return;
+  }
   std::array<Counts, kKeyBytes> counts{};
   for (const KeyedRow& row : rows)
     for (int byte = 0; byte < kKeyBytes; ++byte)

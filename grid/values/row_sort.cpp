@@ -2,6 +2,7 @@
 
 #include <limits>
 #include <span>
+#include <utility>
 
 #include "grid/values/cell_number.h"
 #include "grid/values/cell_value.h"
@@ -25,16 +26,18 @@ class RowSorter {
         version_(source.structure_version()) {}
 
   bool sort(std::vector<int32_t>& order) {
-    const bool two = sort_.second.column >= 0;
-    if (two && sort_.exact_rules)
-      return sort_by(order, sort_.second) && sort_by(order, sort_.first);
-    return sort_by(order, sort_.first) && (!two || sort_groups(order));
+    if (sort_.second.column < 0) return sort_by(order, sort_.first);
+    if (sort_.exact_rules) return sort_by(order, sort_.second) && sort_by(order, sort_.first);
+    read_second_keys(order);
+    return sort_by(order, sort_.first) && sort_groups(order);
   }
 
  private:
   GridDataType type_of(int column) const { return source_.column(column).type; }
   Order order_of(int column) const;
-  bool same_group(int32_t a, int32_t b) const;
+  size_t end_of_group(std::span<const int32_t> order, size_t begin) const;
+  void read_second_keys(std::span<const int32_t> order);
+  uint64_t key_of(int32_t row, const SortKey& key, GridDataType type) const;
   bool sort_groups(std::span<int32_t> order);
   bool sort_by(std::span<int32_t> order, const SortKey& key);
   double number_of_cell(int32_t row, int column, GridDataType type) const;
@@ -48,6 +51,7 @@ class RowSorter {
   CustomOrder* custom_;
   uint32_t version_;
   std::vector<KeyedRow> keyed_, scratch_;
+  std::vector<uint64_t> second_keys_;  // by row; empty where cells are read when needed
   std::string key_;
 };
 
@@ -66,17 +70,35 @@ Order RowSorter::order_of(int column) const {
   }
 }
 
-bool RowSorter::same_group(int32_t a, int32_t b) const {
+// Numbers of the second column while rows are still in the order they lie in memory: groups are
+// scattered.
+void RowSorter::read_second_keys(std::span<const int32_t> order) {
+  const SortKey& key = sort_.second;
+  if (order_of(key.column) != Order::kNumber) return;
+  const GridDataType type = type_of(key.column);
+  std::vector<uint64_t> keys(static_cast<size_t>(source_.row_count()));
+  for (const int32_t row : order) keys[static_cast<size_t>(row)] = key_of(row, key, type);
+  second_keys_ = std::move(keys);
+}
+
+size_t RowSorter::end_of_group(std::span<const int32_t> order, size_t begin) const {
   const int column = sort_.first.column;
-  if (type_of(column) == GridDataType::Boolean)
-    return ((source_.cell(a, column).flags ^ source_.cell(b, column).flags) & kGridChecked) == 0;
-  return source_.text(a, column) == source_.text(b, column);
+  size_t end = begin + 1;
+  if (type_of(column) == GridDataType::Boolean) {
+    const auto checked = [&](int32_t row) {
+      return source_.cell(row, column).flags & kGridChecked;
+    };
+    while (end < order.size() && checked(order[end]) == checked(order[begin])) ++end;
+    return end;
+  }
+  const std::wstring text(source_.text(order[begin], column));
+  while (end < order.size() && source_.text(order[end], column) == text) ++end;
+  return end;
 }
 
 bool RowSorter::sort_groups(std::span<int32_t> order) {
   for (size_t begin = 0; begin < order.size();) {
-    size_t end = begin + 1;
-    while (end < order.size() && same_group(order[end - 1], order[end])) ++end;
+    const size_t end = end_of_group(order, begin);
     if (end - begin > 1 && !sort_by(order.subspan(begin, end - begin), sort_.second)) return false;
     begin = end;
   }
@@ -107,13 +129,17 @@ double RowSorter::number_of_cell(int32_t row, int column, GridDataType type) con
   return cell_number(text, rules_.facts());
 }
 
+uint64_t RowSorter::key_of(int32_t row, const SortKey& key, GridDataType type) const {
+  if (&key == &sort_.second && !second_keys_.empty()) return second_keys_[static_cast<size_t>(row)];
+  const uint64_t number = number_key(number_of_cell(row, key.column, type));
+  return key.descending ? ~number : number;
+}
+
 void RowSorter::sort_numbers(std::span<int32_t> order, const SortKey& key) {
   const GridDataType type = type_of(key.column);
-  const uint64_t turned = key.descending ? ~uint64_t{0} : 0;
   keyed_.clear();
   keyed_.reserve(order.size());
-  for (const int32_t row : order)
-    keyed_.push_back({number_key(number_of_cell(row, key.column, type)) ^ turned, row, 0});
+  for (const int32_t row : order) keyed_.push_back({key_of(row, key, type), row, 0});
   if (scratch_.size() < order.size()) scratch_.resize(order.size());
   sort_by_key(keyed_, scratch_);
   for (size_t i = 0; i < order.size(); ++i) order[i] = keyed_[i].row;
