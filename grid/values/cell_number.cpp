@@ -3,6 +3,7 @@
 #include <charconv>
 #include <cmath>
 #include <limits>
+#include <optional>
 
 #include "base/fold.h"
 #include "base/text.h"
@@ -30,6 +31,26 @@ double nearest(const std::string& digits, int32_t scale) {
   if (result.ec != std::errc::result_out_of_range) return value;
   const bool below_one = digits.size() <= static_cast<size_t>(scale);
   return below_one ? 0 : std::numeric_limits<double>::infinity();
+}
+
+// Most numbers are a few figures and at most one mark; filling a grid reads every cell.
+std::optional<double> figures_only(std::wstring_view text, wchar_t decimal_mark) {
+  constexpr size_t kFigures = 16;  // with the mark; fifteen digits fit a Double
+  if (text.empty() || text.size() > kFigures) return std::nullopt;
+  uint64_t digits = 0;
+  size_t places = 0, count = 0;
+  for (size_t i = 0; i < text.size(); ++i) {
+    if (is_digit(text[i])) {
+      digits = digits * 10 + static_cast<uint64_t>(text[i] - L'0');
+      ++count;
+    } else if (text[i] == decimal_mark && count == i) {
+      places = text.size() - i - 1;
+    } else {
+      return std::nullopt;
+    }
+  }
+  if (count == 0 || digits > kExactWhole) return std::nullopt;
+  return static_cast<double>(digits) / kPowers[places];
 }
 
 }  // namespace
@@ -77,6 +98,7 @@ CellNumber read_number(std::wstring_view text, const LocaleFacts& facts) {
 }
 
 double cell_number(std::wstring_view text, const LocaleFacts& facts) {
+  if (const auto number = figures_only(text, facts.decimal_mark)) return *number;
   return read_number(text, facts).to_double();
 }
 

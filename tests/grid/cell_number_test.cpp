@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <random>
 
 #include "grid/fixed_locale_rules.h"
 
@@ -103,6 +104,18 @@ TEST(CellNumber, RoundsOnceFromTheDecimalText) {
   EXPECT_EQ(cell_number(std::wstring(100000, L'9'), brazil()), 0);
   EXPECT_EQ(cell_number(L"1," + std::wstring(100000, L'9'), brazil()), 2);
   EXPECT_FALSE(std::signbit(cell_number(L"-0", brazil())));
+}
+
+TEST(CellNumber, ShortWaysGiveWhatTheLongOneGives) {
+  constexpr wchar_t kUnits[] = L"0123456789012345678901234567890123456789,,,..-( )R$T";
+  std::mt19937 random(8);
+  for (int round = 0; round < 100000; ++round) {
+    std::wstring text;
+    for (size_t i = random() % 19; i > 0; --i) text += kUnits[random() % (std::size(kUnits) - 1)];
+    for (const LocaleFacts* facts : {&brazil(), &america()})
+      ASSERT_EQ(cell_number(text, *facts), read_number(text, *facts).to_double())
+          << std::string(text.begin(), text.end());
+  }
 }
 
 TEST(CellNumber, KeepsEveryDigitAndTellsWhetherAnythingWasLeft) {
