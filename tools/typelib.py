@@ -10,7 +10,7 @@
 widl cannot spell a name with a blank; the file format can hold one. In the description such a name is
 written with underscores (Office_Blue). A name is taken for one when it holds an underscore and a lower
 case letter and no other rule of the library puts underscores there (KN_..., LoadImage_From...).
-BLANKED names the ones without a lower case letter, UNDERSCORED the ones that keep theirs. The members of ENUM_DATE_FORMAT are the formats themselves: dd/mm/yyyy is written ddSmmSyyyy, with T for a
+BLANKED names the ones without a lower case letter. The members of ENUM_DATE_FORMAT are the formats themselves: dd/mm/yyyy is written ddSmmSyyyy, with T for a
 hyphen and P for a point.
 """
 
@@ -23,7 +23,8 @@ INCLUDE = re.compile(r'^\s*#include\s+"([^"]+)"\s*$')
 ENUM = re.compile(r"\benum\s+\w+\s*\{([^}]*)\}", re.S)
 DATE_FORMAT = re.compile(r"[dmy]+(?:[STP][dmy]+)+")
 BLANKED = {"NTSC_PAL", "CCIR_709"}
-UNDERSCORED = {"Scroll_Horizontal", "Scroll_Vertical", "Scroll_Both", "Scroll_None"}
+# Members whose names have underscores for their callers too.
+KEPT = {"Scroll_Horizontal", "Scroll_Vertical", "Scroll_Both", "Scroll_None"}
 DATE_SEPARATORS = str.maketrans("STP", "/-.")
 
 
@@ -49,7 +50,7 @@ def shown_names(root: Path) -> dict:
             name = member.split("=")[0].strip()
             if DATE_FORMAT.fullmatch(name):
                 names[name.encode()] = name.translate(DATE_SEPARATORS).encode()
-            elif name in BLANKED or ("_" in name and re.search("[a-z]", name) and name not in UNDERSCORED):
+            elif name in BLANKED or (name not in KEPT and "_" in name and re.search("[a-z]", name)):
                 names[name.encode()] = name.replace("_", " ").encode()
     return names
 
