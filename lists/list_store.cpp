@@ -38,7 +38,7 @@ void ListStore::remove(int index) {
   if (!has(index)) return;
   const uint32_t removed = slot(index);
   free_.push_back(removed);
-  ListItem& item = items_[removed];
+  ListEntry& item = items_[removed];
   checked_ -= item.has(ItemFlag::kChecked);
   hidden_ -= item.has(ItemFlag::kHidden);
   texts_.release({item.text_at, item.text_length});
@@ -74,12 +74,12 @@ bool ListStore::move(int from, int to) {
   return true;
 }
 
-const ListItem& ListStore::item(int index) const {
-  static const ListItem none;
+const ListEntry& ListStore::item(int index) const {
+  static const ListEntry none;
   return has(index) ? items_[slot(index)] : none;
 }
 
-ListItem* ListStore::find_item(int index) {
+ListEntry* ListStore::find_item(int index) {
   return has(index) ? &items_[slot(index)] : nullptr;
 }
 
@@ -88,7 +88,7 @@ std::wstring_view ListStore::text(int index) const {
 }
 
 void ListStore::set_text(int index, std::wstring_view text) {
-  ListItem* item = find_item(index);
+  ListEntry* item = find_item(index);
   if (item == nullptr) return;
   const TextRef ref = texts_.replace({item->text_at, item->text_length}, text);
   item->text_at = ref.at;
@@ -100,12 +100,12 @@ void ListStore::set_text(int index, std::wstring_view text) {
 }
 
 std::wstring_view ListStore::tag(int index) const {
-  const ListItem& found = item(index);
+  const ListEntry& found = item(index);
   return texts_.view({found.tag_at, found.tag_length});
 }
 
 void ListStore::set_tag(int index, std::wstring_view text) {
-  ListItem* item = find_item(index);
+  ListEntry* item = find_item(index);
   if (item == nullptr) return;
   const TextRef ref = texts_.replace({item->tag_at, item->tag_length}, text);
   item->tag_at = ref.at;
@@ -114,7 +114,7 @@ void ListStore::set_tag(int index, std::wstring_view text) {
 }
 
 bool ListStore::set_flag(int index, ItemFlag flag, bool value) {
-  ListItem* item = find_item(index);
+  ListEntry* item = find_item(index);
   if (item == nullptr || item->has(flag) == value) return false;
   item->flags ^= static_cast<uint8_t>(flag);
   const int more = value ? 1 : -1;
@@ -127,19 +127,19 @@ bool ListStore::set_flag(int index, ItemFlag flag, bool value) {
 }
 
 void ListStore::set_data(int index, int32_t data) {
-  if (ListItem* item = find_item(index)) item->data = data;
+  if (ListEntry* item = find_item(index)) item->data = data;
 }
 
 void ListStore::set_image(int index, int32_t image) {
-  if (ListItem* item = find_item(index)) item->image = image;
+  if (ListEntry* item = find_item(index)) item->image = image;
 }
 
 void ListStore::set_fore_color(int index, uint32_t color) {
-  if (ListItem* item = find_item(index)) item->fore_color = color;
+  if (ListEntry* item = find_item(index)) item->fore_color = color;
 }
 
 void ListStore::set_back_color(int index, uint32_t color) {
-  if (ListItem* item = find_item(index)) item->back_color = color;
+  if (ListEntry* item = find_item(index)) item->back_color = color;
 }
 
 int ListStore::index_of_slot(uint32_t slot) const {
@@ -155,7 +155,7 @@ void ListStore::compact_if_wasteful() {
     at = ref.at;
     length = ref.length;
   };
-  for (ListItem& item : items_) {
+  for (ListEntry& item : items_) {
     copy(item.text_at, item.text_length);
     copy(item.tag_at, item.tag_length);
   }

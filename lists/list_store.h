@@ -11,7 +11,7 @@
 
 #include "lists/bit_set.h"
 #include "lists/collation.h"
-#include "lists/list_item.h"
+#include "lists/list_entry.h"
 #include "lists/text_arena.h"
 #include "lists/text_match.h"
 
@@ -44,7 +44,7 @@ class ListStore {
   void set_tag(int index, std::wstring_view text);
 
   /// The record to be read; a blank one out of range.
-  const ListItem& item(int index) const;
+  const ListEntry& item(int index) const;
   bool has_flag(int index, ItemFlag flag) const { return item(index).has(flag); }
   /// True when that changed something.
   bool set_flag(int index, ItemFlag flag, bool value);
@@ -75,27 +75,27 @@ class ListStore {
 
  private:
   static constexpr int kMaxItems = 50'000'000;
-  ListItem* find_item(int index);
-  std::wstring_view text_of(const ListItem& item) const {
+  ListEntry* find_item(int index);
+  std::wstring_view text_of(const ListEntry& item) const {
     return texts_.view({item.text_at, item.text_length});
   }
   uint32_t take_slot();
   void fetch_ahead(int index) const;
-  void make_key(ListItem& item);
+  void make_key(ListEntry& item);
   void make_keys();
-  std::span<const uint8_t> key_of(const ListItem& item) const;
+  std::span<const uint8_t> key_of(const ListEntry& item) const;
   std::vector<uint32_t> slots_by_key();
   void rank_items();
   void compact_if_wasteful();
   void rows_changed() { shown_valid_ = false; }
 
-  std::vector<ListItem> items_;  // by slot
-  std::vector<uint32_t> order_;  // by position
-  std::vector<uint32_t> free_;   // slots to use again
-  TextArena texts_;              // and tags
-  std::vector<uint8_t> keys_;    // sort keys of those that have one
-  size_t dead_keys_ = 0;         // bytes of keys_ that belong to nobody
-  bool ranked_ = false;          // every record has its rank
+  std::vector<ListEntry> items_;  // by slot
+  std::vector<uint32_t> order_;   // by position
+  std::vector<uint32_t> free_;    // slots to use again
+  TextArena texts_;               // and tags
+  std::vector<uint8_t> keys_;     // sort keys of those that have one
+  size_t dead_keys_ = 0;          // bytes of keys_ that belong to nobody
+  bool ranked_ = false;           // every record has its rank
   const Collation* collation_;
   mutable std::vector<int32_t> shown_;
   mutable bool shown_valid_ = false;

@@ -24,7 +24,7 @@ bool ListStore::hide_others(const TextMatcher& matcher) {
   const int before = hidden_;
   for (int i = 0; i < count(); ++i) {
     fetch_ahead(i);
-    ListItem& item = items_[slot(i)];
+    ListEntry& item = items_[slot(i)];
     if (item.has(ItemFlag::kHidden) || matcher.matches(text_of(item))) continue;
     item.flags |= static_cast<uint8_t>(ItemFlag::kHidden);
     ++hidden_;
@@ -35,7 +35,7 @@ bool ListStore::hide_others(const TextMatcher& matcher) {
 
 bool ListStore::show_all() {
   if (hidden_ == 0) return false;
-  for (ListItem& item : items_) item.flags &= ~static_cast<uint8_t>(ItemFlag::kHidden);
+  for (ListEntry& item : items_) item.flags &= ~static_cast<uint8_t>(ItemFlag::kHidden);
   hidden_ = 0;
   rows_changed();
   return true;

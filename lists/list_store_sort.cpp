@@ -40,7 +40,7 @@ struct SortEntry {
 
 }  // namespace
 
-void ListStore::make_key(ListItem& item) {
+void ListStore::make_key(ListEntry& item) {
   if (item.key_length != 0 || item.text_length == 0) return;
   const size_t at = keys_.size();
   collation_->append_key(text_of(item), keys_);
@@ -53,12 +53,12 @@ void ListStore::make_keys() {
   if (dead_keys_ > keys_.size() / 2) {
     keys_.clear();
     dead_keys_ = 0;
-    for (ListItem& item : items_) item.key_length = 0;
+    for (ListEntry& item : items_) item.key_length = 0;
   }
   for (const uint32_t slot : order_) make_key(items_[slot]);
 }
 
-Key ListStore::key_of(const ListItem& item) const {
+Key ListStore::key_of(const ListEntry& item) const {
   if (item.key_length == 0) return {};
   return {keys_.data() + item.key_at, item.key_length};
 }

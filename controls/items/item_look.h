@@ -7,7 +7,7 @@
 
 #include "imaging/c32bpp_dib.h"
 #include "lists/item_layout.h"
-#include "lists/list_item.h"
+#include "lists/list_entry.h"
 #include "lists/text_match.h"
 
 namespace kestrelon {

@@ -1,8 +1,6 @@
 // Life, choice, and the setters that do more than draw again.
 #include "controls/us_list_box/us_list_box.h"
 
-#include "lists/collation_win.h"
-
 namespace kestrelon {
 namespace {
 
@@ -14,7 +12,7 @@ ControlTraits list_traits() {
 
 }  // namespace
 
-USListBox::USListBox() : USListBoxGlue(list_traits()), model_(language_collation()) {}
+USListBox::USListBox() : USListBoxGlue(list_traits()) {}
 
 void USListBox::init_properties() {
   ItemControl::init_properties();

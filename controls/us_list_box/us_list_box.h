@@ -4,12 +4,11 @@
 
 #include <unordered_map>
 
-#include "controls/items/images_pack.h"
 #include "controls/items/item_control.h"
 #include "controls/items/item_painter.h"
+#include "controls/items/list_members.h"
 #include "frame/inner/child_edit.h"
 #include "frame/scroll/scroll_bars.h"
-#include "lists/list_model.h"
 #include "lists/row_window.h"
 #include "lists/type_ahead.h"
 #include "lists/virtual_items.h"
@@ -17,13 +16,11 @@
 
 namespace kestrelon {
 
-class USListBox final : public USListBoxGlue<USListBox, ImagesPack<ItemControl>>,
+class USListBox final : public USListBoxGlue<USListBox, ListMembers<ItemControl>>,
                         private ScrollBarsOwner,
                         private ChildEditOwner,
                         private RowHeights {
  public:
-  using Text_ = const std::wstring&;
-
   USListBox();
 
   // In the order of the property bag, after those of every item control.
@@ -62,41 +59,26 @@ class USListBox final : public USListBoxGlue<USListBox, ImagesPack<ItemControl>>
   Property<bool> Sorted{*this, L"Sorted", false, &USListBox::sorted_changed};
   Property<bool> WordWrap{*this, L"WordWrap", false, &USListBox::relayout};
 
-  // Items (us_list_box_items.cpp).
-  std::wstring list(long index);
-  void set_list(long index, Text_ text);
-  long item_data(long index) const;
-  void set_item_data(long index, long data);
-  std::wstring item_tag(long index) const;
-  void set_item_tag(long index, Text_ tag);
-  Variant item_image(long index) const;
-  void set_item_image(long index, const VARIANT& image);
-  bool item_checked(long index);
-  void set_item_checked(long index, bool checked);
-  bool item_enabled(long index) const;
-  void set_item_enabled(long index, bool enabled);
-  OLE_COLOR item_fore_color(long index) const;
-  void set_item_fore_color(long index, OLE_COLOR color);
-  OLE_COLOR item_back_color(long index) const;
-  void set_item_back_color(long index, OLE_COLOR color);
-  bool item_bold(long index) const;
-  void set_item_bold(long index, bool bold);
-  bool item_header(long index) const;
-  void set_item_header(long index, bool header);
-  bool item_visible(long index) const;
+  // Items of the program's own and filtered ones differ from what every list has
+  // (us_list_box_items.cpp).
+  std::wstring list(long index) { return item_text(at(index)); }
+  void set_list(long index, const std::wstring& text);
+  bool item_checked(long index) { return item_ticked(at(index)); }
+  bool item_visible(long index) const { return model_.shows(at(index)); }
   void set_item_visible(long index, bool visible);
+  void move_item(long from, long to);
+  void filter_on(const std::wstring& sought, GRID_SEARCH_MODE mode, bool match_case);
+  void filter_off();
 
   // Current item, selection, places (us_list_box.cpp).
   bool selected(long index) const { return model_.selected(static_cast<int>(index)); }
   void set_selected(long index, bool selected);
   long list_index() const { return model_.current(); }
   void set_list_index(long index);
-  long list_count() const { return model_.count(); }
-  long new_index() const { return model_.new_index(); }
   long top_index();
   void set_top_index(long index);
   std::wstring text();
-  void set_text(Text_ text);
+  void set_text(const std::wstring& text);
   long sel_count() const { return model_.selected_count(); }
   long checked_count() const { return model_.store().checked_count(); }
   long virtual_count() const { return model_.is_virtual() ? model_.count() : 0; }
@@ -105,19 +87,6 @@ class USListBox final : public USListBoxGlue<USListBox, ImagesPack<ItemControl>>
   void unselect_all();
   void ensure_visible(long index);
   long hit_test(float x, float y);
-
-  // Contents (us_list_box_fill.cpp).
-  long add_item(Text_ item, long index, const VARIANT& image, long data, bool checked);
-  long add_items(const VARIANT& items);
-  void remove_item(long index);
-  void clear();
-  void move_item(long from, long to);
-  void sort(GRID_SORT_TYPE type);
-  long find_item(Text_ sought, GRID_SEARCH_MODE mode, bool match_case, long start) const;
-  void filter_on(Text_ sought, GRID_SEARCH_MODE mode, bool match_case);
-  void filter_off();
-  long fill_list_from_query(IDispatch* records, Text_ text_field, Text_ data_field, Text_ tag_field,
-                            Text_ image_field);
 
   void start_edit(long index);
 
@@ -133,9 +102,13 @@ class USListBox final : public USListBoxGlue<USListBox, ImagesPack<ItemControl>>
   void mode_changed();
   void sorted_changed();
   void list_items_changed();
-  void contents_changed();
+  bool keeps_sorted() const override { return Sorted.get(); }
+  void contents_changed() override;
+  void texts_changed() override;
+  void item_look_changed() override { redraw(); }
+  void before_clear() override;
   /// Draws, tells bound data, screen readers and the program.
-  void choice_changed(bool changed);
+  void choice_changed(bool changed) override;
   const VirtualItem* virtual_item(int index);
   bool item_ticked(int index);
   std::wstring item_text(int index);
@@ -224,7 +197,6 @@ class USListBox final : public USListBoxGlue<USListBox, ImagesPack<ItemControl>>
   void accessible_default_action(long child) override;
   bool accessible_select(long child, long flags) override;
 
-  ListModel model_;
   VirtualItems virtual_;
   IAPP_ScrollBars bars_{*this};
   ChildEdit edit_{*this, *this};

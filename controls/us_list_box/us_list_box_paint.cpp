@@ -31,7 +31,7 @@ ItemColors USListBox::colors() const {
 
 ItemLook USListBox::look_of(int index, const ItemColors& colors) const {
   ItemLook look;
-  const ListItem& item = model_.store().item(index);
+  const ListEntry& item = model_.store().item(index);
   const VirtualItem* const theirs = model_.is_virtual() ? virtual_.find(index) : nullptr;
   look.text = theirs != nullptr ? std::wstring_view(theirs->text) : model_.store().text(index);
   const bool ticked = theirs != nullptr ? theirs->checked : item.has(ItemFlag::kChecked);

@@ -17,7 +17,7 @@ enum class ItemFlag : uint8_t {
 };
 
 /// Fixed size, since a list holds a hundred thousand of them: what varies lies in the arenas.
-struct ListItem {
+struct ListEntry {
   uint32_t text_at = 0;
   uint32_t tag_at = 0;
   uint32_t key_at = 0;  ///< into the sort keys; meaningless with a key_length of 0
@@ -34,6 +34,6 @@ struct ListItem {
   bool has(ItemFlag flag) const { return (flags & static_cast<uint8_t>(flag)) != 0; }
 };
 
-static_assert(sizeof(ListItem) == 40);
+static_assert(sizeof(ListEntry) == 40);
 
 }  // namespace kestrelon
