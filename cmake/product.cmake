@@ -58,7 +58,7 @@ add_library(kestrelon_ids STATIC ${GENERATED}/kestrelon2012_i.c)
 target_include_directories(kestrelon_ids SYSTEM PUBLIC ${GENERATED} ${idl_dir})
 
 # --- code ----------------------------------------------------------------------------------------------
-kestrelon_glob(windows_sources WINDOWS base imaging services grid frame controls chrome server)
+kestrelon_glob(windows_sources WINDOWS base imaging services grid lists frame controls chrome server)
 list(REMOVE_ITEM windows_sources ${portable_sources} ${CMAKE_SOURCE_DIR}/server/dll_main.cpp
   ${CMAKE_SOURCE_DIR}/server/terminate.cpp)
 add_library(kestrelon_windows STATIC ${windows_sources})
