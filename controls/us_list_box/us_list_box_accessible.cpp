@@ -1,5 +1,6 @@
 // The list as screen readers see it: items are made when they are asked for, numbered by the rows
 // that show.
+#include "base/decimal.h"
 #include "controls/us_list_box/us_list_box.h"
 
 namespace kestrelon {
@@ -20,7 +21,7 @@ bool USListBox::accessible_item(long child, AccessibleItem& item) const {
   const ItemLook look = look_of(index, {});
   item.role = ROLE_SYSTEM_LISTITEM;
   item.name = self.item_text(index);
-  item.description = std::to_wstring(child) + L" de " + std::to_wstring(model_.row_count());
+  item.description = decimal_text(child) + L" de " + decimal_text(static_cast<int64_t>(model_.row_count()));
   if (model_.selectable(index)) item.state |= STATE_SYSTEM_SELECTABLE | STATE_SYSTEM_FOCUSABLE;
   if (look.selected) item.state |= STATE_SYSTEM_SELECTED;
   if (index == model_.current() && focus_within()) item.state |= STATE_SYSTEM_FOCUSED;
