@@ -4,8 +4,8 @@
 
 namespace kestrelon {
 
-void DaySelection::set_mode(SelectMode mode) {
-  mode_ = mode == SelectMode::kRange || mode == SelectMode::kManyDays ? mode : SelectMode::kOneDay;
+void DaySelection::set_mode(DaySelectMode mode) {
+  mode_ = mode == DaySelectMode::kRange || mode == DaySelectMode::kManyDays ? mode : DaySelectMode::kOneDay;
   if (!days_.empty()) select(days_.front());
 }
 
@@ -19,28 +19,28 @@ std::optional<int32_t> DaySelection::last() const {
 
 bool DaySelection::contains(int32_t day) const {
   if (days_.empty()) return false;
-  if (mode_ == SelectMode::kRange) return day >= days_.front() && day <= days_.back();
+  if (mode_ == DaySelectMode::kRange) return day >= days_.front() && day <= days_.back();
   return std::binary_search(days_.begin(), days_.end(), day);
 }
 
 size_t DaySelection::count() const {
-  if (mode_ != SelectMode::kRange || days_.empty()) return days_.size();
+  if (mode_ != DaySelectMode::kRange || days_.empty()) return days_.size();
   return static_cast<size_t>(days_.back() - days_.front()) + 1;
 }
 
 void DaySelection::select(int32_t day) {
-  days_.assign(mode_ == SelectMode::kRange ? 2 : 1, day);
+  days_.assign(mode_ == DaySelectMode::kRange ? 2 : 1, day);
   anchor_ = day;
 }
 
 void DaySelection::select_range(int32_t from, int32_t to) {
   select(from);
-  if (mode_ == SelectMode::kRange) days_ = {std::min(from, to), std::max(from, to)};
+  if (mode_ == DaySelectMode::kRange) days_ = {std::min(from, to), std::max(from, to)};
 }
 
 void DaySelection::extend_to(int32_t day, const std::function<bool(int32_t)>& allowed) {
-  if (mode_ == SelectMode::kOneDay || days_.empty()) return select(day);
-  if (mode_ == SelectMode::kRange) {
+  if (mode_ == DaySelectMode::kOneDay || days_.empty()) return select(day);
+  if (mode_ == DaySelectMode::kRange) {
     days_ = {std::min(anchor_, day), std::max(anchor_, day)};
     return;
   }
@@ -51,7 +51,7 @@ void DaySelection::extend_to(int32_t day, const std::function<bool(int32_t)>& al
 }
 
 void DaySelection::set_selected(int32_t day, bool selected) {
-  if (mode_ != SelectMode::kManyDays) {
+  if (mode_ != DaySelectMode::kManyDays) {
     if (selected)
       select(day);
     else if (count() == 1 && contains(day))

@@ -9,13 +9,13 @@
 namespace kestrelon {
 
 /// The numbers of ENUM_CALENDAR_SELECT.
-enum class SelectMode { kOneDay = 0, kRange = 1, kManyDays = 2 };
+enum class DaySelectMode { kOneDay = 0, kRange = 1, kManyDays = 2 };
 
 class DaySelection {
  public:
-  SelectMode mode() const { return mode_; }
+  DaySelectMode mode() const { return mode_; }
   /// Keeps the first selected day alone; an unknown number selects one day.
-  void set_mode(SelectMode mode);
+  void set_mode(DaySelectMode mode);
 
   bool empty() const { return days_.empty(); }
   /// The first and the last selected day; nothing when none is.
@@ -36,7 +36,7 @@ class DaySelection {
   void set_selected(int32_t day, bool selected);
 
  private:
-  SelectMode mode_ = SelectMode::kOneDay;
+  DaySelectMode mode_ = DaySelectMode::kOneDay;
   std::vector<int32_t> days_;  // many: all, in order; a range: its two ends; one day: itself
   int32_t anchor_ = 0;
 };

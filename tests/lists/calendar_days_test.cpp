@@ -143,7 +143,7 @@ TEST_F(Keys, WalkTheChoosersOfMonthsAndYears) {
 
 TEST(DaySelection, DrawsARangeFromItsAnchor) {
   DaySelection selection;
-  selection.set_mode(SelectMode::kRange);
+  selection.set_mode(DaySelectMode::kRange);
   const auto any = [](int32_t) { return true; };
   selection.extend_to(50, any);
   EXPECT_EQ(selection.count(), 1u);
@@ -157,17 +157,17 @@ TEST(DaySelection, DrawsARangeFromItsAnchor) {
   EXPECT_EQ(selection.first(), 5);
   selection.extend_to(12, any);
   EXPECT_EQ(selection.first(), 9);
-  selection.set_mode(SelectMode::kOneDay);
+  selection.set_mode(DaySelectMode::kOneDay);
   EXPECT_EQ(selection.count(), 1u);
   selection.select_range(1, 4);
   EXPECT_EQ(selection.last(), 1);
-  selection.set_mode(static_cast<SelectMode>(77));
-  EXPECT_EQ(selection.mode(), SelectMode::kOneDay);
+  selection.set_mode(static_cast<DaySelectMode>(77));
+  EXPECT_EQ(selection.mode(), DaySelectMode::kOneDay);
 }
 
 TEST(DaySelection, HoldsManyDaysLikeASet) {
   DaySelection selection;
-  selection.set_mode(SelectMode::kManyDays);
+  selection.set_mode(DaySelectMode::kManyDays);
   std::set<int32_t> model;
   std::mt19937 random(7);
   const auto odd = [](int32_t d) { return d % 2 != 0; };
