@@ -5,7 +5,9 @@
 namespace kestrelon {
 
 void DaySelection::set_mode(DaySelectMode mode) {
-  mode_ = mode == DaySelectMode::kRange || mode == DaySelectMode::kManyDays ? mode : DaySelectMode::kOneDay;
+  mode_ = mode == DaySelectMode::kRange || mode == DaySelectMode::kManyDays
+              ? mode
+              : DaySelectMode::kOneDay;
   if (!days_.empty()) select(days_.front());
 }
 
