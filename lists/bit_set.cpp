@@ -1,6 +1,8 @@
 #include "lists/bit_set.h"
 
+#include <algorithm>
 #include <bit>
+#include <tuple>
 
 namespace kestrelon {
 
@@ -32,6 +34,14 @@ bool BitSet::clear() {
   words_.clear();
   count_ = 0;
   return changed;
+}
+
+bool BitSet::operator==(const BitSet& other) const {
+  // Memory beyond the highest bit is chance.
+  const auto& [shorter, longer] = words_.size() < other.words_.size()
+                                      ? std::tie(words_, other.words_)
+                                      : std::tie(other.words_, words_);
+  return count_ == other.count_ && std::equal(shorter.begin(), shorter.end(), longer.begin());
 }
 
 }  // namespace kestrelon

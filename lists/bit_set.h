@@ -17,6 +17,7 @@ class BitSet {
   bool set_range(uint32_t first, uint32_t end);
   bool clear();
   int count() const { return count_; }
+  bool operator==(const BitSet& other) const;
 
  private:
   std::vector<uint64_t> words_;

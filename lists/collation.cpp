@@ -1,6 +1,6 @@
 #include "lists/collation.h"
 
-#include "base/text.h"
+#include "base/fold.h"
 
 namespace kestrelon {
 
@@ -9,7 +9,7 @@ namespace {
 class FoldedCollation final : public Collation {
  public:
   void append_key(std::wstring_view text, std::vector<uint8_t>& keys) const override {
-    for (const wchar_t c : text) append(fold_case(c), keys);
+    for (const wchar_t c : text) append(folded_letter(c), keys);
     append(0, keys);
     for (const wchar_t c : text) append(c, keys);
   }

@@ -80,6 +80,7 @@ class ListStore {
     return texts_.view({item.text_at, item.text_length});
   }
   uint32_t take_slot();
+  void fetch_ahead(int index) const;
   void make_key(ListItem& item);
   void make_keys();
   std::span<const uint8_t> key_of(const ListItem& item) const;

@@ -1,8 +1,9 @@
 // How lists, trees and combo boxes compare what a user looks for with an item's text.
 #pragma once
 
-#include <string>
 #include <string_view>
+
+#include "base/text_pattern.h"
 
 namespace kestrelon {
 
@@ -16,23 +17,24 @@ enum class SearchMode {
   kEndsWith = 6,
 };
 
-/// A text to look for, folded once. Case and accents count only with `match_case`. An unknown mode
-/// and an empty text match nothing.
+/// A text to look for, prepared once. Case and accents count only with `match_case`. An unknown
+/// mode and an empty text match nothing.
 class TextMatcher {
  public:
-  TextMatcher(std::wstring_view sought, SearchMode mode, bool match_case);
+  TextMatcher(std::wstring_view sought, SearchMode mode, bool match_case)
+      : pattern_(sought, match_case ? LetterRule::kExact : LetterRule::kFold), mode_(mode) {}
 
   bool matches(std::wstring_view text) const;
-  bool matches_nothing() const { return sought_.empty(); }
+  bool matches_nothing() const { return pattern_.letters().empty(); }
+  /// Where it lies in a text: the part to show in bold.
+  std::optional<TextMatch> find(std::wstring_view text) const { return pattern_.find(text); }
 
  private:
-  std::wstring sought_;
-  SearchMode mode_;
-  bool exact_;
-};
+  bool at_or_after(std::wstring_view text) const;
+  bool begins_alike(std::wstring_view text) const;
 
-/// Where `sought` lies in `text`, case and accents ignored: the part to show in bold. npos when it
-/// does not.
-size_t find_folded(std::wstring_view text, std::wstring_view sought);
+  TextPattern pattern_;
+  SearchMode mode_;
+};
 
 }  // namespace kestrelon

@@ -2,12 +2,15 @@
 
 #include <algorithm>
 
+#include "base/fold.h"
+
 namespace kestrelon {
 
 namespace {
 
 bool one_letter_repeated(const std::wstring& text) {
-  return std::all_of(text.begin(), text.end(), [&](wchar_t c) { return c == text[0]; });
+  return std::all_of(text.begin(), text.end(),
+                     [&](wchar_t c) { return folded_letter(c) == folded_letter(text[0]); });
 }
 
 }  // namespace

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <random>
 
-#include "base/text.h"
+#include "base/fold.h"
 
 namespace kestrelon {
 namespace {
@@ -39,7 +39,7 @@ class PlainList {
 
  private:
   static std::pair<std::wstring, std::wstring> key(const std::wstring& text) {
-    return {fold_case(text), text};
+    return {folded_text(text), text};
   }
 };
 

@@ -32,10 +32,14 @@ TEST(TextMatch, NothingMatchesAnEmptyTextOrAnUnknownMode) {
   EXPECT_FALSE(matches(L"a", L"a", static_cast<SearchMode>(3)));
 }
 
-TEST(TextMatch, APartThatStartsAgainIsFound) {
-  EXPECT_EQ(find_folded(L"aaab", L"AAB"), 1u);
-  EXPECT_EQ(find_folded(L"ab", L"abc"), std::wstring_view::npos);
-  EXPECT_EQ(find_folded(L"ab", L""), std::wstring_view::npos);
+TEST(TextMatch, AccentsAndCaseCountOnlyWhenAsked) {
+  EXPECT_TRUE(matches(L"\u00c1gua mineral", L"agua", SearchMode::kBeginsWith));
+  EXPECT_TRUE(matches(L"A\u0301gua mineral", L"\u00e1GUA", SearchMode::kBeginsWith));
+  EXPECT_FALSE(matches(L"\u00c1gua mineral", L"agua", SearchMode::kLike, true));
+  EXPECT_TRUE(matches(L"a\u00e7\u00e3o", L"ACAO", SearchMode::kNavigate));
+  const auto found = TextMatcher(L"gua", SearchMode::kLike, false).find(L"\u00c1gua");
+  ASSERT_TRUE(found);
+  EXPECT_EQ(found->at, 1u);
 }
 
 }  // namespace
