@@ -19,6 +19,7 @@ struct CalendarShape {
   int down = 1;
   bool week_numbers = false;
   bool today_line = true;
+  bool operator==(const CalendarShape&) const = default;
 };
 
 struct MonthPlaces {
