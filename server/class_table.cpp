@@ -4,6 +4,7 @@
 #include "controls/us_alpha_image/us_alpha_image.h"
 #include "controls/us_animated_image/us_animated_image.h"
 #include "controls/us_button/us_button.h"
+#include "controls/us_calendar/us_calendar.h"
 #include "controls/us_check_box/us_check_box.h"
 #include "controls/us_image_list/us_image_list.h"
 #include "controls/us_option_button/us_option_button.h"
@@ -63,6 +64,8 @@ std::span<const ServerClass> server_classes() {
       control<USImageList>(L"Kestrelon: listas de imagens para os controles de um formulário",
                            IDB_TOOLBOX_USIMAGELIST,
                            ControlTraits{}.misc_status | OLEMISC_INVISIBLEATRUNTIME),
+      control<USCalendar>(L"Kestrelon: calendário e campo de data com feriados e dias úteis",
+                          IDB_TOOLBOX_USCALENDAR),
   };
   return kClasses;
 }

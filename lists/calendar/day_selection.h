@@ -34,6 +34,7 @@ class DaySelection {
   void extend_to(int32_t day, const std::function<bool(int32_t)>& allowed);
   /// Of many days, adds or takes away one; otherwise selects it, or clears what was only it.
   void set_selected(int32_t day, bool selected);
+  bool same_days(const DaySelection& other) const { return days_ == other.days_; }
 
  private:
   DaySelectMode mode_ = DaySelectMode::kOneDay;
