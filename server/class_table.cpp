@@ -7,6 +7,7 @@
 #include "controls/us_calendar/us_calendar.h"
 #include "controls/us_check_box/us_check_box.h"
 #include "controls/us_image_list/us_image_list.h"
+#include "controls/us_list_box/us_list_box.h"
 #include "controls/us_option_button/us_option_button.h"
 #include "controls/us_scroll_bar/us_scroll_bar.h"
 #include "imaging/c32bpp_dib/image_object_win.h"
@@ -66,6 +67,8 @@ std::span<const ServerClass> server_classes() {
                            ControlTraits{}.misc_status | OLEMISC_INVISIBLEATRUNTIME),
       control<USCalendar>(L"Kestrelon: calendário e campo de data com feriados e dias úteis",
                           IDB_TOOLBOX_USCALENDAR),
+      control<USListBox>(L"Kestrelon: lista com imagens, caixas de marcação e pesquisa",
+                         IDB_TOOLBOX_USLISTBOX),
   };
   return kClasses;
 }

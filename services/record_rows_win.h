@@ -1,6 +1,7 @@
-// Rows of a record set of the host's (ADO's, DAO's, or anything with their members), read forwards.
+// Walks the records of any object that has the members of a record set, bound late.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -8,36 +9,30 @@
 
 namespace kestrelon {
 
-/// Begins at the current record and puts the record set back there at the end, where it has
-/// bookmarks. Members and fields are looked up once.
-class RecordRows {
+/// The wanted fields of the record that the walk stands on, in the order they were asked for.
+class RecordFields {
  public:
-  /// `fields` that are empty read empty.
-  RecordRows(IDispatch* records, const std::vector<std::wstring>& fields);
-  ~RecordRows();
-  RecordRows(const RecordRows&) = delete;
-  RecordRows& operator=(const RecordRows&) = delete;
+  /// Fetches the field objects. Throws ComError when one is missing; an empty name is no field.
+  RecordFields(LateObject& records, const std::vector<std::wstring>& names);
 
-  /// False when the object is no record set or lacks a field.
-  bool usable() const { return usable_; }
-  /// Whether there is a record to read; errors of the record set end it.
-  bool more();
-  void next();
-  /// A field of the current record.
+  /// Empty for Null, and where no field was named.
   Variant value(size_t field);
-  /// The same as text; "" for Null, for bytes and for what cannot be one.
   std::wstring text(size_t field);
+  /// 0 for what is no Long.
+  int32_t number(size_t field);
 
  private:
-  bool find_fields(const std::vector<std::wstring>& names);
-
-  LateObject records_;
-  std::vector<LateObject> fields_;
-  std::vector<DISPID> values_;
-  Variant bookmark_;
-  DISPID end_ = 0, next_ = 0;
-  bool has_bookmark_ = false;
-  bool usable_ = false;
+  struct Field {
+    LateObject object;
+    DISPID value = DISPID_UNKNOWN;
+  };
+  std::vector<Field> fields_;
 };
+
+/// Hands each record from the present one to the end to `take` and restores the bookmark. False,
+/// with nothing taken, when the object is none, or a field is missing. Record sets without
+/// bookmarks stay at their end.
+bool read_records(IDispatch* records, const std::vector<std::wstring>& names,
+                  const std::function<void(RecordFields&)>& take);
 
 }  // namespace kestrelon

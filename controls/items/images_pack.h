@@ -29,13 +29,11 @@ class ImagesPack : public Base {
     images_.set_key(ImageListKey.get());
     images_.set_form_source(ImageListName.get());
   }
-  const c32bppDIB* item_image(int32_t number) {
+  const c32bppDIB* image_of(int32_t number) {
     return number == 0 || !images_.has_source() ? nullptr
                                                 : images_.find(number, this->extender().get());
   }
-  SIZE image_size() {
-    return images_.has_source() ? images_.size(this->extender().get()) : SIZE{};
-  }
+  SIZE image_size() { return images_.has_source() ? images_.size(this->extender().get()) : SIZE{}; }
   ItemImages& images() { return images_; }
   const ItemImages& images() const { return images_; }
 

@@ -1,5 +1,6 @@
 #include "controls/items/item_control.h"
 
+#include "frame/kit/color.h"
 #include "frame/screen.h"
 #include "frame/translate_color.h"
 
@@ -52,27 +53,30 @@ void ItemControl::refresh() {
 }
 
 void ItemControl::redraw() {
-  if (dirty_ && !layout_dirty_) return;
   dirty_ = true;
-  if (redraw_enabled_) invalidate();
+  if (!redraw_enabled_ || asked_to_show_) return;
+  asked_to_show_ = true;  // a loop that fills the control asks the system once
+  invalidate();
 }
 
 void ItemControl::relayout() {
   layout_dirty_ = true;
-  dirty_ = true;
-  if (redraw_enabled_) invalidate();
+  redraw();
 }
 
 void ItemControl::ensure_layout() {
-  if (!layout_dirty_) return;
-  layout_dirty_ = false;
-  lay_out();
+  // What is laid out may change the size of the client area, by bars that come and go.
+  constexpr int kMostRounds = 4;
+  for (int i = 0; layout_dirty_ && i < kMostRounds; ++i) {
+    layout_dirty_ = false;
+    lay_out();
+  }
 }
 
 void ItemControl::draw_if_needed() {
   if (!dirty_ || !redraw_enabled_ || !surface()) return;
   ensure_layout();
-  dirty_ = false;
+  dirty_ = asked_to_show_ = false;
   draw();
   surface_drawn();
 }
@@ -96,7 +100,7 @@ void ItemControl::font_changed() {
 }
 
 HFONT ItemControl::bold_font() {
-  const HFONT plain = font();
+  const HFONT plain = plain_font();
   if (bold_ != nullptr && bold_of_ == plain) return bold_;
   if (bold_ != nullptr) DeleteObject(bold_);
   LOGFONTW look{};
@@ -110,7 +114,7 @@ HFONT ItemControl::bold_font() {
 int ItemControl::line_height() {
   if (line_height_ != 0) return line_height_;
   const HDC dc = GetDC(nullptr);
-  const HGDIOBJ displaced = SelectObject(dc, font());
+  const HGDIOBJ displaced = SelectObject(dc, plain_font());
   TEXTMETRICW metric{};
   GetTextMetricsW(dc, &metric);
   SelectObject(dc, displaced);

@@ -60,7 +60,7 @@ class ItemControl : public ControlFrame {
   /// Lays out what is to be laid out; before positions are used.
   void ensure_layout();
   bool pointer_over() const { return hover_.over(); }
-  HFONT font() { return Font.handle(); }
+  HFONT plain_font() { return Font.handle(); }
   HFONT bold_font();
   /// The height of a line of text, in pixels.
   int line_height();
@@ -82,13 +82,13 @@ class ItemControl : public ControlFrame {
   void mouse_move(short button, short shift, float x, float y) override;
   void got_focus() override { redraw(); }
   void lost_focus() override { redraw(); }
+  virtual void font_changed();
+
+ private:
   FontProperty* font_property() override { return &Font; }
   const Property<bool>* enabled_property() const override { return &Enabled; }
   long mouse_pointer() const override { return MousePointer.get(); }
   const PictureProperty* mouse_icon() const override { return &MouseIcon; }
-  virtual void font_changed();
-
- private:
   void enabled_changed();
   void apply_theme();
   void tip();
@@ -100,7 +100,8 @@ class ItemControl : public ControlFrame {
   HFONT bold_of_ = nullptr;  // the font that it is the bold form of
   int line_height_ = 0;
   bool redraw_enabled_ = false;
-  bool dirty_ = false;         // the surface does not show what is
+  bool dirty_ = false;          // the surface does not show what is
+  bool asked_to_show_ = false;  // the system has been asked for a paint
   bool layout_dirty_ = false;
 };
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "base/counted_win.h"
 #include "imaging/image_list/image_list_entry_win.h"
 #include "services/late_object_win.h"
 
@@ -18,7 +17,7 @@ ComPtr<IDispatch> control_on_form(IDispatch* extender, const std::wstring& name)
     LateObject controls =
         LateObject(ComPtr<IDispatch>(extender)).get_object(L"Parent").get_object(L"Controls");
     return ComPtr<IDispatch>(
-        object_of(controls.call(DISPID_VALUE, {Variant(std::wstring_view(name))})).get());
+        object_of(controls.call(DISPID{DISPID_VALUE}, {Variant(std::wstring_view(name))})).get());
   } catch (const ComError&) {  // a container without such members has no images for us
   }
   return {};
@@ -26,23 +25,13 @@ ComPtr<IDispatch> control_on_form(IDispatch* extender, const std::wstring& name)
 
 }  // namespace
 
-// Lives as long as the source holds it, and forgets images that are gone.
-class ItemImages::Listener final : public Counted<IPropertyNotifySink> {
- public:
-  explicit Listener(ItemImages* images) : images_(images) {}
-  void detach() { images_ = nullptr; }
-  STDMETHODIMP OnChanged(DISPID) override {
-    if (images_ == nullptr) return S_OK;
-    const std::function<void()> changed = images_->changed_;
-    images_->forget();
-    changed();
-    return S_OK;
-  }
-  STDMETHODIMP OnRequestEdit(DISPID) override { return S_OK; }
-
- private:
-  ItemImages* images_;
-};
+STDMETHODIMP ItemImages::Listener::OnChanged(DISPID) {
+  if (images_ == nullptr) return S_OK;
+  const std::function<void()> changed = images_->changed_;
+  images_->forget();
+  changed();
+  return S_OK;
+}
 
 ItemImages::~ItemImages() {
   stop_listening();

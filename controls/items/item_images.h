@@ -2,13 +2,15 @@
 // form.
 #pragma once
 
+#include <ocidl.h>
+
 #include <functional>
 #include <map>
 #include <memory>
 #include <string>
 #include <vector>
 
-#include "base/com_win.h"
+#include "base/counted_win.h"
 #include "imaging/dib_win.h"
 
 namespace kestrelon {
@@ -41,7 +43,17 @@ class ItemImages {
   void forget();
 
  private:
-  class Listener;
+  /// Lives as long as the source holds it, and forgets images that are gone.
+  class Listener final : public Counted<IPropertyNotifySink> {
+   public:
+    explicit Listener(ItemImages* images) : images_(images) {}
+    void detach() { images_ = nullptr; }
+    STDMETHODIMP OnChanged(DISPID) override;
+    STDMETHODIMP OnRequestEdit(DISPID) override { return S_OK; }
+
+   private:
+    ItemImages* images_;
+  };
 
   void use_source(IDispatch* source);
   void stop_listening();

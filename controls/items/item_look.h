@@ -22,7 +22,7 @@ struct ItemColors {
   ColorRef hot = 0;  ///< ground under the pointer
   ColorRef disabled_text = 0x99A8AC;
   ColorRef heading = 0;
-  ColorRef line = 0xBEBEBE;   ///< under headings, around check boxes
+  ColorRef line = 0xBEBEBE;  ///< under headings, around check boxes
   ColorRef tick = 0;
   ColorRef shadow = 0;
   bool shadowed = false;  ///< texts cast a shadow
@@ -37,7 +37,7 @@ struct ItemLook {
   const std::vector<int>* columns = nullptr;  ///< widths; null: one column
   TickBox tick = TickBox::kNone;
   uint32_t fore_color = kNoColor, back_color = kNoColor;  ///< its own
-  bool current = false;   ///< the focused one, and selected
+  bool current = false;                                   ///< the focused one, and selected
   bool selected = false;
   bool focus_rect = false;
   bool hot = false;

@@ -93,7 +93,7 @@ void ItemPainter::draw_image(const ItemLook& look, const PixelRect& area) {
   if (area.empty()) return;
   render_to_dc(*look.image, surface_.dc(), area.left, area.top, area.right - area.left,
                area.bottom - area.top, look.disabled ? kDisabledOpacity : 100,
-               look.disabled ? GrayScale::NTSCPAL : GrayScale::None);
+               look.disabled ? GrayScale::NtscPal : GrayScale::None);
 }
 
 ColorRef ItemPainter::text_color(const ItemLook& look) const {
@@ -139,8 +139,8 @@ void ItemPainter::draw_text(const ItemLook& look, std::wstring_view text, PixelR
 
 void ItemPainter::draw_line(std::wstring_view text, const PixelRect& area, UINT flags) {
   RECT rect = to_rect(area);
-  if (rect.left < rect.right) DrawTextUnicode(surface_.dc(), text, static_cast<int>(text.size()),
-                                              &rect, flags);
+  if (rect.left < rect.right)
+    DrawTextUnicode(surface_.dc(), text, static_cast<int>(text.size()), &rect, flags);
 }
 
 void ItemPainter::draw_marked(const ItemLook& look, PixelRect area) {

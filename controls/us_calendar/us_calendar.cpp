@@ -72,7 +72,7 @@ void USCalendar::terminate() {
 
 void USCalendar::font_changed() {
   ItemControl::font_changed();
-  edit_.set_font(font());
+  edit_.set_font(plain_font());
 }
 
 CalendarShape USCalendar::shape_of(int width, int height) {

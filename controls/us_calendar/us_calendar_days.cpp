@@ -33,12 +33,12 @@ void USCalendar::clear_holidays() {
 
 long USCalendar::fill_holidays_from_query(IDispatch* records, const std::wstring& date_field,
                                           const std::wstring& name_field) {
-  RecordRows rows(records, {date_field, name_field});
-  if (!rows.usable() || date_field.empty()) return -1;
   std::vector<std::pair<CalendarDate, std::wstring>> found;
-  for (; rows.more(); rows.next())
-    if (const auto date = date_of(rows.value(0), DateFormat.get()))
-      found.emplace_back(*date, rows.text(1));
+  const bool read = read_records(records, {date_field, name_field}, [&](RecordFields& fields) {
+    if (const auto date = date_of(fields.value(0), DateFormat.get()))
+      found.emplace_back(*date, fields.text(1));
+  });
+  if (!read || date_field.empty()) return -1;
   long taken = 0;
   Holidays.change([&](auto& days) {
     for (const auto& [date, name] : found) taken += days.add(date.day, date.month, name, date.year);

@@ -16,7 +16,7 @@ void USCalendar::make_edit() {
   if (edit_.hwnd() != nullptr || window() == nullptr || !user_mode()) return;
   constexpr int kLongestText = 12;
   if (!edit_.create(ES_AUTOHSCROLL, {})) return;
-  edit_.set_font(font());
+  edit_.set_font(plain_font());
   edit_.set_limit(kLongestText);
   show_text();
   edit_.show(true);

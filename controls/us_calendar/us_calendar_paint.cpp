@@ -124,7 +124,7 @@ std::wstring USCalendar::today_text() const {
 void USCalendar::paint_panel(Surface& surface) {
   const std::vector<DayLook> days = collect_days();
   if (!surface) return;
-  paint_calendar(surface, panel_, days, colors(), {font(), bold_font()}, scale(), today_text());
+  paint_calendar(surface, panel_, days, colors(), {plain_font(), bold_font()}, scale(), today_text());
 }
 
 void USCalendar::draw() {
@@ -134,7 +134,7 @@ void USCalendar::draw() {
                              : button_hot_                           ? FieldButton::kHot
                                                                      : FieldButton::kNormal;
   paint_date_field(surface(), field_, edit_.hwnd() == nullptr ? text() : std::wstring(), button,
-                   colors(), font(), scale());
+                   colors(), plain_font(), scale());
 }
 
 }  // namespace kestrelon
