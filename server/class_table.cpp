@@ -10,6 +10,7 @@
 #include "controls/us_list_box/us_list_box.h"
 #include "controls/us_option_button/us_option_button.h"
 #include "controls/us_scroll_bar/us_scroll_bar.h"
+#include "controls/us_tree_view/us_tree_view.h"
 #include "imaging/c32bpp_dib/image_object_win.h"
 #include "imaging/image_list/image_lists_object_win.h"
 #include "services/ajax/kn_ajax_win.h"
@@ -69,6 +70,8 @@ std::span<const ServerClass> server_classes() {
                           IDB_TOOLBOX_USCALENDAR),
       control<USListBox>(L"Kestrelon: lista com imagens, caixas de marcação e pesquisa",
                          IDB_TOOLBOX_USLISTBOX),
+      control<USTreeView>(L"Kestrelon: árvore com imagens, caixas de marcação, edição e arraste",
+                          IDB_TOOLBOX_USTREEVIEW),
   };
   return kClasses;
 }

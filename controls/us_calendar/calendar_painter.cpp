@@ -169,10 +169,10 @@ class PanelPainter {
         draw_centered(dc_, std::to_wstring(iso_week_of_row(first).week), week_cell(month, row),
                       colors_.faint);
     }
-    fill_rect(view_,
-              {month.weeks.right - scale_.line(), month.weeks.top, month.weeks.right,
-               month.weeks.bottom},
-              colors_.border);
+    fill_rect(
+        view_,
+        {month.weeks.right - scale_.line(), month.weeks.top, month.weeks.right, month.weeks.bottom},
+        colors_.border);
   }
 
   void paint_day(const PixelRect& cell, const DayLook& look) {

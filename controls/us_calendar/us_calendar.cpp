@@ -132,7 +132,10 @@ void USCalendar::redraw_panel() {
 }
 
 DayRules USCalendar::rules() const {
-  return {{*MinDate.day(), *MaxDate.day()}, BlockWeekends.get(), BlockHolidays.get(), count(),
+  return {{*MinDate.day(), *MaxDate.day()},
+          BlockWeekends.get(),
+          BlockHolidays.get(),
+          count(),
           &Holidays.days()};
 }
 

@@ -200,7 +200,7 @@ class USCalendar final : public USCalendarGlue<USCalendar, ItemControl>,
   CalendarPanel panel_;
   std::vector<std::wstring> tips_;  // of the cells, as the program gave them
   bool requesting_ = false;
-  bool pressed_ = false;            // a press on a day holds the mouse
+  bool pressed_ = false;  // a press on a day holds the mouse
   CTooltip day_tip_;
 
   DateFieldPlaces field_;
@@ -208,10 +208,10 @@ class USCalendar final : public USCalendarGlue<USCalendar, ItemControl>,
   Popup popup_;
   bool button_down_ = false;
   bool button_hot_ = false;
-  bool text_typed_ = false;         // the box holds what was not taken yet
+  bool text_typed_ = false;  // the box holds what was not taken yet
   bool digit_typed_ = false;
   bool setting_text_ = false;
-  DWORD closed_at_ = 0;             // time of the press that closed the popup
+  DWORD closed_at_ = 0;  // time of the press that closed the popup
 };
 
 }  // namespace kestrelon

@@ -99,8 +99,8 @@ void USCalendar::drag_panel(int x, int y, bool held) {
   const CalendarHit hit = panel_.hit(x, y);
   set_hot(hit);
   if (!held || !pressed_ || selection_.mode() != DaySelectMode::kRange) return;
-  const auto day = hit.part == CalendarPart::kDay ? panel_.day_at(hit.index, hit.cell)
-                                                  : std::nullopt;
+  const auto day =
+      hit.part == CalendarPart::kDay ? panel_.day_at(hit.index, hit.cell) : std::nullopt;
   if (day && *day != panel_.mark()) pick_day(*day, Pick::kExtend);
 }
 
@@ -187,8 +187,8 @@ bool USCalendar::panel_key(int key, short shift) {
       close_popup(true);
       return true;
     case CalendarAction::kFlip:
-      pick_day(panel_.mark(), selection_.mode() == DaySelectMode::kManyDays ? Pick::kFlip
-                                                                           : Pick::kTake);
+      pick_day(panel_.mark(),
+               selection_.mode() == DaySelectMode::kManyDays ? Pick::kFlip : Pick::kTake);
       return true;
     case CalendarAction::kMark:
       break;
@@ -203,7 +203,8 @@ bool USCalendar::panel_key(int key, short shift) {
     redraw_panel();
     if (turned) months_turned();
   }
-  if (const auto hit = panel_.find_day(panel_.mark())) tell_readers(EVENT_OBJECT_FOCUS, child_of(*hit));
+  if (const auto hit = panel_.find_day(panel_.mark()))
+    tell_readers(EVENT_OBJECT_FOCUS, child_of(*hit));
   return true;
 }
 

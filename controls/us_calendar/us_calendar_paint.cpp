@@ -102,7 +102,8 @@ std::vector<DayLook> USCalendar::collect_days() {
   const bool asks = user_mode() && !requesting_;
   requesting_ = true;
   for (size_t i = 0; i < cells; ++i) {
-    const int index = static_cast<int>(i) / kCellsOfMonth, cell = static_cast<int>(i) % kCellsOfMonth;
+    const int index = static_cast<int>(i) / kCellsOfMonth,
+              cell = static_cast<int>(i) % kCellsOfMonth;
     const auto day = panel_.day_at(index, cell);
     if (!day) continue;
     const bool neighbour = panel_.is_neighbour(index, *day);
@@ -124,15 +125,16 @@ std::wstring USCalendar::today_text() const {
 void USCalendar::paint_panel(Surface& surface) {
   const std::vector<DayLook> days = collect_days();
   if (!surface) return;
-  paint_calendar(surface, panel_, days, colors(), {plain_font(), bold_font()}, scale(), today_text());
+  paint_calendar(surface, panel_, days, colors(), {plain_font(), bold_font()}, scale(),
+                 today_text());
 }
 
 void USCalendar::draw() {
   if (!is_field()) return paint_panel(surface());
-  const FieldButton button = !Enabled.get()                          ? FieldButton::kDisabled
-                             : button_down_ || popup_.is_open()      ? FieldButton::kDown
-                             : button_hot_                           ? FieldButton::kHot
-                                                                     : FieldButton::kNormal;
+  const FieldButton button = !Enabled.get()                     ? FieldButton::kDisabled
+                             : button_down_ || popup_.is_open() ? FieldButton::kDown
+                             : button_hot_                      ? FieldButton::kHot
+                                                                : FieldButton::kNormal;
   paint_date_field(surface(), field_, edit_.hwnd() == nullptr ? text() : std::wstring(), button,
                    colors(), plain_font(), scale());
 }
