@@ -66,6 +66,10 @@ inline VARIANT by_reference(short& value) {
 inline VARIANT by_reference(long& value) {
   return by_reference_as(VT_I4, &value);
 }
+/// OLE_COLOR, which scripts know as a Long.
+inline VARIANT by_reference(unsigned long& value) {
+  return by_reference_as(VT_I4, &value);
+}
 inline VARIANT by_reference(float& value) {
   return by_reference_as(VT_R4, &value);
 }

@@ -4,12 +4,14 @@
 #include "controls/us_alpha_image/us_alpha_image.h"
 #include "controls/us_animated_image/us_animated_image.h"
 #include "controls/us_button/us_button.h"
+#include "controls/us_calendar/us_calendar.h"
 #include "controls/us_check_box/us_check_box.h"
 #include "controls/us_image_list/us_image_list.h"
 #include "controls/us_list_box/us_list_box.h"
 #include "controls/us_option_button/us_option_button.h"
 #include "controls/us_scroll_bar/us_scroll_bar.h"
 #include "frame/pages/theme_page.h"
+#include "controls/us_tree_view/us_tree_view.h"
 #include "imaging/c32bpp_dib/image_object_win.h"
 #include "imaging/image_list/image_lists_object_win.h"
 #include "services/ajax/kn_ajax_win.h"
@@ -71,8 +73,12 @@ std::span<const ServerClass> server_classes() {
                            IDB_TOOLBOX_USIMAGELIST,
                            ControlTraits{}.misc_status | OLEMISC_INVISIBLEATRUNTIME),
       page<ThemePage>(L"Kestrelon: página de tema e cores"),
+      control<USCalendar>(L"Kestrelon: calendário e campo de data com feriados e dias úteis",
+                          IDB_TOOLBOX_USCALENDAR),
       control<USListBox>(L"Kestrelon: lista com imagens, caixas de marcação e pesquisa",
                          IDB_TOOLBOX_USLISTBOX),
+      control<USTreeView>(L"Kestrelon: árvore com imagens, caixas de marcação, edição e arraste",
+                          IDB_TOOLBOX_USTREEVIEW),
   };
   return kClasses;
 }

@@ -10,6 +10,8 @@ const std::vector<PageEntry>& pages() {
       {L"USCheckBox", L"Controles básicos", build_us_check_box_page},
       {L"USOptionButton", L"Controles básicos", build_us_option_button_page},
       {L"USScrollBar", L"Controles básicos", build_us_scroll_bar_page},
+      {L"USCalendar", L"Listas", build_us_calendar_page},
+      {L"USTreeView", L"Listas", build_us_tree_view_page},
       {L"Pedido de venda", L"Controles básicos", build_order_entry_page},
       {L"USListBox", L"Listas", build_us_list_box_page},
       {L"c32bppDIB", L"Imagens", build_images_page},

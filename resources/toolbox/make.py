@@ -52,6 +52,30 @@ def us_alpha_image(canvas):
     canvas.frame(1, 1, 15, 14, BORDER)
 
 
+def us_calendar(canvas):
+    canvas.rectangle(1, 2, 15, 14, (0xFF, 0xFF, 0xFF))
+    canvas.rectangle(1, 2, 15, 5, vertical((0xE0, 0x6A, 0x4A), (0xB8, 0x3A, 0x2A), 2, 5))
+    canvas.frame(1, 2, 15, 14, BORDER)
+    for left in (4, 11):
+        canvas.rectangle(left, 0, left + 1, 4, (0x3A, 0x3A, 0x3A))
+    for row in range(3):
+        for column in range(4):
+            marked = (row, column) == (1, 2)
+            canvas.rectangle(3 + 3 * column, 6 + 3 * row - (row > 1), 5 + 3 * column, 8 + 3 * row - (row > 1), MARK if marked else (0x9A, 0xB4, 0xD0))
+
+
+def us_tree_view(canvas):
+    line = (0x90, 0x90, 0x90)
+    canvas.rectangle(3, 4, 4, 13, line)
+    for top, left in ((7, 6), (12, 6)):
+        canvas.rectangle(3, top, left, top + 1, line)
+    for left, top in ((1, 1), (6, 5), (6, 10)):
+        canvas.rectangle(left, top, left + 5, top + 4, vertical((0xFF, 0xE9, 0xA8), (0xF0, 0xC0, 0x50), top, top + 4))
+        canvas.frame(left, top, left + 5, top + 4, BORDER)
+    for top in (2, 7, 12):
+        canvas.rectangle(7 if top == 2 else 12, top, 15, top + 1, (0x3A, 0x3A, 0x3A))
+
+
 def us_image_list(canvas):
     for left, top in ((1, 1), (3, 3), (5, 5)):
         canvas.rectangle(left, top, left + 10, top + 9, FACE)
