@@ -77,17 +77,27 @@ size_t moved(const EntryState& state, EntryMove move, const EntrySettings& setti
   return is_mask(settings) ? moved_in_mask(state, move, settings) : moved_in_text(state, move);
 }
 
+// A number that has grown past the field's length is refused.
+EntryState within_length(const EntryState& before, EntryState after,
+                         const EntrySettings& settings) {
+  const size_t most = settings.max_length;
+  const bool grown = after.text.size() > before.text.size();
+  return most > 0 && grown && after.text.size() > most ? before : std::move(after);
+}
+
 }  // namespace
 
 EntryState entry_typed(const EntryState& state, wchar_t c, const EntrySettings& settings) {
-  if (is_number(settings)) return number_entry::type(state, c, settings);
+  if (is_number(settings))
+    return within_length(state, number_entry::type(state, c, settings), settings);
   return is_mask(settings) ? mask_entry::type(state, c, settings)
                            : text_entry::type(state, c, settings);
 }
 
 EntryState entry_pasted(const EntryState& state, std::wstring_view text,
                         const EntrySettings& settings) {
-  if (is_number(settings)) return number_entry::paste(state, text, settings);
+  if (is_number(settings))
+    return within_length(state, number_entry::paste(state, text, settings), settings);
   return is_mask(settings) ? mask_entry::paste(state, text, settings)
                            : text_entry::paste(state, text, settings);
 }

@@ -158,6 +158,7 @@ std::wstring meant(std::wstring_view text, const MaskSet& set) {
     } else if (digits > 10 && bare.starts_with(L'0')) {
       bare.erase(0, 1);
     }
+    bare.erase(0, std::min(bare.find_first_not_of(L' '), bare.size()));
   }
   if (set.is_date &&
       std::any_of(bare.begin(), bare.end(), [](wchar_t c) { return !is_digit(c); })) {
@@ -168,11 +169,25 @@ std::wstring meant(std::wstring_view text, const MaskSet& set) {
   return bare;
 }
 
+// A telephone number without its area code.
+bool lacks_area(std::wstring_view text, const MaskSet& set) {
+  std::wstring digits;
+  for (const wchar_t c : text)
+    if (is_digit(c)) digits += c;
+  return set.drops_country && (digits.size() == 8 || (digits.size() == 9 && digits[0] == L'9'));
+}
+
 bool fills_all(std::wstring_view text, const MaskSet& set) {
   const auto count = static_cast<size_t>(std::count_if(
       text.begin(), text.end(), [](wchar_t c) { return is_digit(c) || is_letter(c); }));
   return std::any_of(set.shapes.begin(), set.shapes.end(),
                      [count](const Mask& shape) { return count >= shape.places(); });
+}
+
+// Behind the last place nothing can be typed, so the caret gets there only when that is filled.
+size_t last_index(const Mask& shape, std::wstring_view contents) {
+  const size_t places = shape.places();
+  return places > 0 && contents[places - 1] == kBlank ? places - 1 : places;
 }
 
 }  // namespace
@@ -187,18 +202,19 @@ bool is_empty(std::wstring_view text, const EntrySettings& settings) {
   return contents.find_first_not_of(kBlank) == std::wstring::npos;
 }
 
-EntryState showing(std::wstring_view text, const EntrySettings& settings) {
+EntryState showing(std::wstring_view given, const EntrySettings& settings) {
   std::wstring contents;
+  const std::wstring text = with_case(given, settings.text_case);
   if (const Mask* shape = shape_of_text(text, settings, contents)) {
     const size_t first = std::min(contents.find(kBlank), shape->places());
-    return state_at(std::wstring(text), shape->position(first));
+    return state_at(text, shape->position(first));
   }
   contents = blanks(settings);
   size_t index = 0;
   constexpr size_t kLongest = 256;
   if (text.size() > kLongest ||
       !put_all(contents, index, meant(text, masks_of(settings)), settings))
-    return state_at(std::wstring(text), text.size());
+    return state_at(text, text.size());
   return placed(contents, index, settings);
 }
 
@@ -219,6 +235,10 @@ EntryState paste(const EntryState& state, std::wstring_view text, const EntrySet
   if (shape_of_text(whole, settings, contents) || fills_all(whole, set)) {
     filling.contents = blanks(settings);
     filling.from = filling.to = 0;
+  } else if (lacks_area(whole, set)) {
+    constexpr size_t kAreaDigits = 2;
+    filling.from = kAreaDigits;
+    filling.to = filling.contents.size();
   }
   blank_selection(filling);
   const std::wstring blanked = filling.contents;
@@ -255,7 +275,11 @@ EntryState settled(EntryState state, const EntrySettings& settings) {
   std::wstring contents;
   const Mask* shape = shape_of_text(state.text, settings, contents);
   if (state.has_selection() || !shape) return state;
-  state.caret = state.anchor = shape->position(shape->index_at(state.caret));
+  // A click into an empty field, or behind a field that is not full, means where typing goes on.
+  const size_t filled = contents.find_last_not_of(kBlank) + 1;
+  size_t index = shape->index_at(state.caret);
+  if (filled == 0 || index > last_index(*shape, contents)) index = filled;
+  state.caret = state.anchor = shape->position(index);
   return state;
 }
 
@@ -273,7 +297,7 @@ size_t moved(const EntryState& state, Step step, const EntrySettings& settings) 
     case Step::kLeft:
       return shape->position(index - std::min<size_t>(index, 1));
     case Step::kRight:
-      return shape->position(std::min(index + 1, shape->places()));
+      return shape->position(std::min(index + 1, last_index(*shape, contents)));
     case Step::kHome:
       return shape->position(0);
     case Step::kEnd:
