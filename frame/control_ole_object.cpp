@@ -98,6 +98,8 @@ STDMETHODIMP ControlFrame::GetControlInfo(CONTROLINFO* info) {
   info->hAccel = nullptr;
   info->cAccel = 0;
   info->dwFlags = 0;
+  if (wants_key(VK_RETURN, 0)) info->dwFlags |= CTRLINFO_EATS_RETURN;
+  if (wants_key(VK_ESCAPE, 0)) info->dwFlags |= CTRLINFO_EATS_ESCAPE;
   if (access_keys_.empty()) return S_OK;
   // Containers match either the character or the virtual key; both are offered.
   std::vector<ACCEL> keys;

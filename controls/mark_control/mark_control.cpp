@@ -31,7 +31,13 @@ void MarkControl::take_ambient_defaults() {
   BackColor.set_default(ambient().back_color());
 }
 
+void MarkControl::value_changed() {
+  repaint();
+  tell_readers(EVENT_OBJECT_STATECHANGE);
+}
+
 void MarkControl::caption_changed() {
+  tell_readers(EVENT_OBJECT_NAMECHANGE);
   update_access_key();
   repaint();
 }

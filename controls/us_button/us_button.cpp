@@ -150,6 +150,7 @@ void USButton::base_color_changed() {
 }
 
 void USButton::caption_changed() {
+  tell_readers(EVENT_OBJECT_NAMECHANGE);
   update_access_key();
   relayout();
 }
@@ -177,6 +178,7 @@ void USButton::value_changed() {
 void USButton::flip_value() {
   Value.assign(!Value.get());
   property_changed(Value.name());
+  tell_readers(EVENT_OBJECT_STATECHANGE);
 }
 
 void USButton::clear_value() {
@@ -223,6 +225,16 @@ void USButton::destroy_tool_tip() {
 void USButton::tip() {
   if (!initialised_ || !user_mode()) return;
   ToolTipDescription.get().empty() ? tip_.Destroy() : create_tool_tip();
+}
+
+void USButton::describe(AccessibleItem& item) const {
+  item.role = ROLE_SYSTEM_PUSHBUTTON;
+  item.state = STATE_SYSTEM_FOCUSABLE;
+  if (CheckBoxMode.get() && Value.get()) item.state |= STATE_SYSTEM_PRESSED;
+  item.default_action = L"Clicar";
+  item.description = ToolTipDescription.get();
+  name_after(item, Caption.get());
+  if (item.name.empty()) item.name = ToolTipTitle.get();  // a button with a picture alone
 }
 
 }  // namespace kestrelon

@@ -57,4 +57,17 @@ void USScrollBar::lay_out() {
                        static_cast<int32_t>(LargeChange.get()), layout_.thumb_size);
 }
 
+void USScrollBar::describe(AccessibleItem& item) const {
+  item.role = ROLE_SYSTEM_SCROLLBAR;
+  item.value = std::to_wstring(Value.get());
+}
+
+bool USScrollBar::accessible_set_value(long, const std::wstring& value) {
+  wchar_t* end = nullptr;
+  const long wanted = wcstol(value.c_str(), &end, 10);
+  if (value.empty() || *end != 0) return false;
+  Value.put(wanted);
+  return true;
+}
+
 }  // namespace kestrelon
