@@ -8,6 +8,7 @@
 #include "controls/us_image_list/us_image_list.h"
 #include "controls/us_option_button/us_option_button.h"
 #include "controls/us_scroll_bar/us_scroll_bar.h"
+#include "controls/us_text_box/us_text_box.h"
 #include "imaging/c32bpp_dib/image_object_win.h"
 #include "imaging/image_list/image_lists_object_win.h"
 #include "services/ajax/kn_ajax_win.h"
@@ -63,6 +64,8 @@ std::span<const ServerClass> server_classes() {
       control<USImageList>(L"Kestrelon: listas de imagens para os controles de um formulário",
                            IDB_TOOLBOX_USIMAGELIST,
                            ControlTraits{}.misc_status | OLEMISC_INVISIBLEATRUNTIME),
+      control<USTextBox>(L"Kestrelon: caixa de texto com formatos e máscara",
+                         IDB_TOOLBOX_USTEXTBOX),
   };
   return kClasses;
 }
