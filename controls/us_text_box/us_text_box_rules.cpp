@@ -53,7 +53,7 @@ EntrySettings USTextBox::settings() const {
 }
 
 LeavingRules USTextBox::leaving_rules() const {
-  const NumberMarks plain{L'.', 0};
+  const AmountMarks plain{L'.', 0};
   LeavingRules rules;
   rules.format_currency = AutoFormatCurrency.get();
   rules.format_date = AutoFormatDate.get();

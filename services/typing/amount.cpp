@@ -88,7 +88,7 @@ std::wstring group_digits(std::wstring_view digits, wchar_t mark) {
   return text;
 }
 
-std::wstring format_amount(Amount amount, size_t count, const NumberMarks& marks,
+std::wstring format_amount(Amount amount, size_t count, const AmountMarks& marks,
                            std::wstring_view prefix) {
   round_places(amount, count);
   std::wstring text = amount.negative && !amount.is_zero() ? L"-" : L"";

@@ -11,7 +11,7 @@ namespace kestrelon {
 
 /// The characters that part the whole digits from the places and the groups of three from each
 /// other; a group mark of 0 writes no groups.
-struct NumberMarks {
+struct AmountMarks {
   wchar_t decimal = L',';
   wchar_t group = L'.';
 };
@@ -28,7 +28,7 @@ struct Amount {
 /// and blanks are welcome. Of two kinds of marks the last is the decimal one; a mark that occurs
 /// more than once parts groups; one alone is the decimal mark unless it is not `marks.decimal` and
 /// stands between one to three digits and exactly three. Nothing for a text without a number.
-std::optional<Amount> read_amount(std::wstring_view text, const NumberMarks& marks);
+std::optional<Amount> read_amount(std::wstring_view text, const AmountMarks& marks);
 
 /// Exactly `count` places, halves away from zero.
 void round_places(Amount& amount, size_t count);
@@ -37,7 +37,7 @@ void round_places(Amount& amount, size_t count);
 std::wstring group_digits(std::wstring_view digits, wchar_t mark);
 
 /// Grouped, with `count` places and the sign in front; `prefix` stands between sign and digits.
-std::wstring format_amount(Amount amount, size_t count, const NumberMarks& marks,
+std::wstring format_amount(Amount amount, size_t count, const AmountMarks& marks,
                            std::wstring_view prefix = {});
 
 std::strong_ordering operator<=>(const Amount& a, const Amount& b);

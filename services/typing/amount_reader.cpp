@@ -26,7 +26,7 @@ bool is_currency_symbol(wchar_t c) {
   return c == L'$' || c == kEuro || c == kPound || c == kYen;
 }
 
-bool is_mark(wchar_t c, const NumberMarks& marks) {
+bool is_mark(wchar_t c, const AmountMarks& marks) {
   return c == L'.' || c == L',' || c == L'\'' || c == marks.decimal || (c != 0 && c == marks.group);
 }
 
@@ -59,7 +59,7 @@ struct Wrapping {
 
 // Where the decimal mark stands in a text of digits and marks; npos for none. False for a text
 // whose marks make no number.
-bool find_decimal(std::wstring_view text, const NumberMarks& marks, size_t& position) {
+bool find_decimal(std::wstring_view text, const AmountMarks& marks, size_t& position) {
   position = std::wstring_view::npos;
   const auto mark_of = [&marks](wchar_t c) { return is_mark(c, marks); };
   const auto found = std::find_if(text.rbegin(), text.rend(), mark_of);
@@ -75,7 +75,7 @@ bool find_decimal(std::wstring_view text, const NumberMarks& marks, size_t& posi
 
 }  // namespace
 
-std::optional<Amount> read_amount(std::wstring_view text, const NumberMarks& marks) {
+std::optional<Amount> read_amount(std::wstring_view text, const AmountMarks& marks) {
   Wrapping wrapping;
   const auto in_number = [&marks](wchar_t c) { return is_digit(c) || is_mark(c, marks); };
   for (; !text.empty() && !in_number(text.front()); text.remove_prefix(1))

@@ -30,7 +30,7 @@ struct EntrySettings {
   bool allow_negative = true;
   bool from_right = false;  // the last `decimals` digits typed are the fraction
   size_t decimals = 2;
-  NumberMarks marks;
+  AmountMarks marks;
   std::wstring currency = L"R$";
 
   // Masks: not null for kMask.

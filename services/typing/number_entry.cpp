@@ -262,7 +262,7 @@ EntryState type(const EntryState& state, wchar_t c, const EntrySettings& setting
   const EntryState own = adopted(state, settings);
   const Editing editing = open(own, settings);
   if (c == L'-' && settings.allow_negative) return toggle_sign(own, editing, settings);
-  const NumberMarks& marks = settings.marks;
+  const AmountMarks& marks = settings.marks;
   const bool mark = c == L'.' || c == L',' || c == marks.decimal;
   if (mark) return type_mark(editing, settings).value_or(state);
   if (is_digit(c)) return type_digit(editing, c, settings).value_or(state);

@@ -9,7 +9,7 @@ namespace {
 
 // Splits digits and marks at the decimal mark of a number field.
 size_t mark_position(std::wstring_view text, const EntrySettings& settings) {
-  const NumberMarks& marks = settings.marks;
+  const AmountMarks& marks = settings.marks;
   if (marks.group != marks.decimal) return text.find(marks.decimal);
   const size_t last = text.rfind(marks.decimal);
   const bool group = last != std::wstring_view::npos && text.size() - last - 1 == 3;

@@ -8,7 +8,7 @@
 namespace kestrelon {
 namespace {
 
-std::wstring shown(std::wstring_view text, size_t places = 4, NumberMarks marks = {}) {
+std::wstring shown(std::wstring_view text, size_t places = 4, AmountMarks marks = {}) {
   const std::optional<Amount> amount = read_amount(text, marks);
   return amount ? format_amount(*amount, places, marks) : L"-";
 }
@@ -49,7 +49,7 @@ TEST(ReadAmount, RefusesWhatIsNoNumber) {
 }
 
 TEST(ReadAmount, TellsALoneMarkByTheFieldAndByThreeDigits) {
-  constexpr NumberMarks kPoint{L'.', L','};
+  constexpr AmountMarks kPoint{L'.', L','};
   EXPECT_EQ(shown(L"1.234"), L"1.234,0000");
   EXPECT_EQ(shown(L"1,234"), L"1,2340");
   EXPECT_EQ(shown(L"1.234", 3, kPoint), L"1.234");
