@@ -67,8 +67,7 @@ void cTextEvents::Texto_AutoCompletar(EntryBox& box) {
   const bool wild = typed.text.find_first_of(L"*%_") != std::wstring::npos;
   if (!records_ || erased_ || typed.text.empty() || !at_end || !plain || wild) return;
   try {
-    const std::wstring wanted =
-        field_ + L" like '" + doubled_apostrophes(typed.text) + L"*'";
+    const std::wstring wanted = field_ + L" like '" + doubled_apostrophes(typed.text) + L"*'";
     LateObject records = records_;  // a handler of the host's may end this
     records.call(L"Find", {Variant(std::wstring_view(wanted)), Variant(0L), Variant(kForward),
                            Variant(kFromFirst)});
@@ -81,8 +80,7 @@ void cTextEvents::Texto_AutoCompletar(EntryBox& box) {
     const std::wstring value = text_in(LateObject(found).get_property(L"Value"));
     if (value.size() <= typed.text.size()) return;
     const bool begins = equals_ignoring_case(value.substr(0, typed.text.size()), typed.text);
-    if (begins)
-      box.edit({value, value.size(), typed.text.size()}, EntryHistory::Kind::kOther);
+    if (begins) box.edit({value, value.size(), typed.text.size()}, EntryHistory::Kind::kOther);
   } catch (const ComError&) {
     Texto_Finalizar();
   }

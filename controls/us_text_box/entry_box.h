@@ -1,5 +1,5 @@
-// The text box's two edit windows, one line and several, of which one is shown; the way of every key,
-// paste, composition and undo through the typing rules.
+// The text box's two edit windows, one line and several, of which one is shown; the way of every
+// key, paste, composition and undo through the typing rules.
 #pragma once
 
 #include <optional>
@@ -35,7 +35,8 @@ class EntryBox final : private ChildEditOwner {
     bool operator==(const Form&) const = default;
   };
 
-  EntryBox(InnerWindowHost& host, Owner& owner) : owner_(owner), line_(host, *this), lines_(host, *this) {}
+  EntryBox(InnerWindowHost& host, Owner& owner)
+      : owner_(owner), line_(host, *this), lines_(host, *this) {}
 
   void set_rules(EntrySettings settings);
   const EntrySettings& rules() const { return settings_; }

@@ -136,7 +136,8 @@ bool EntryBox::character(wchar_t c) {
     return true;
   }
   if (formatted()) return formatted_character(c);
-  if (c < L' ' || c == kWordBack) return c == kWordBack;  // the system's, but for the square it types
+  if (c < L' ' || c == kWordBack)
+    return c == kWordBack;  // the system's, but for the square it types
   const std::wstring taken = text_entry::filtered({&c, 1}, settings_);
   if (taken.size() == 1 && taken[0] == c) return false;
   if (!locked_ && !taken.empty()) insert(taken);

@@ -14,7 +14,6 @@ ControlTraits text_box_traits() {
   return traits;
 }
 
-
 }  // namespace
 
 USTextBox::USTextBox() : USTextBoxGlue(text_box_traits()) {}

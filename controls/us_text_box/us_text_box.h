@@ -1,5 +1,5 @@
-// USTextBox: the field in which text, numbers, money, masks and dates are typed. Two edit windows of
-// the system, of which one is shown, a button of ours and a drawn frame.
+// USTextBox: the field in which text, numbers, money, masks and dates are typed. Two edit windows
+// of the system, of which one is shown, a button of ours and a drawn frame.
 #pragma once
 
 #include <memory>
@@ -58,8 +58,7 @@ class USTextBox final : public USTextBoxGlue<USTextBox, ControlFrame>,
   Property<bool> Enabled{*this, L"Enabled", true, &USTextBox::enabled_changed};
   OptionalFontProperty FontDisabled{*this, L"FontDisabled", &USTextBox::relayout};
   OptionalFontProperty FontOver{*this, L"FontOver", &USTextBox::relayout};
-  Property<OLE_COLOR> ForeColorDisabled{*this, L"ForeColorDisabled", 0xC8D0D4,
-                                        &USTextBox::repaint};
+  Property<OLE_COLOR> ForeColorDisabled{*this, L"ForeColorDisabled", 0xC8D0D4, &USTextBox::repaint};
   Property<OLE_COLOR> ForeColorOver{*this, L"ForeColorOver", 0x000080, &USTextBox::repaint};
   Property<ENUM_FORMAT_TYPE> FormatType{*this, L"FormatType", To_Text};
   Property<std::wstring> FormatDate{*this, L"FormatDate", L"dd/mm/yyyy"};
@@ -265,9 +264,9 @@ class USTextBox final : public USTextBoxGlue<USTextBox, ControlFrame>,
   bool over_ = false;
   bool was_empty_ = true, lacked_required_ = false, showed_failure_ = false;  // what shows
   bool spin_repeats_ = false;
-  bool scanned_ = false;  // the values are those of the records
-  bool failed_ = false;           // the text was refused when the box was left
-  bool by_code_ = false;          // the change was made by the program
+  bool scanned_ = false;            // the values are those of the records
+  bool failed_ = false;             // the text was refused when the box was left
+  bool by_code_ = false;            // the change was made by the program
   bool select_on_release_ = false;  // focus came by a press
   bool redraw_enabled_ = false;
   bool leaving_ = false;

@@ -8,8 +8,8 @@
 namespace kestrelon {
 namespace {
 
-constexpr UINT kHoverLook = 50;                          // ms between looks after the pointer
-constexpr UINT kFirstRepeat = 400, kNextRepeat = 60;     // ms of a held spin button
+constexpr UINT kHoverLook = 50;                       // ms between looks after the pointer
+constexpr UINT kFirstRepeat = 400, kNextRepeat = 60;  // ms of a held spin button
 
 CalendarDate today() {
   SYSTEMTIME now{};

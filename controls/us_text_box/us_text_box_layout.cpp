@@ -18,7 +18,8 @@ TextBoxPlaces lay_out_text_box(const TextBoxShape& shape) {
   const int frame = scale.line();
   const int bottom = std::max(frame, shape.height - frame);
   // Beside several lines the parts stay as tall as beside one.
-  const int part_bottom = shape.multiline ? std::min(bottom, frame + scale(kTallestButton)) : bottom;
+  const int part_bottom =
+      shape.multiline ? std::min(bottom, frame + scale(kTallestButton)) : bottom;
   int right = std::max(frame, shape.width - frame);
   TextBoxPlaces places;
   const auto take = [&](int wanted) {

@@ -9,8 +9,8 @@ namespace kestrelon {
 enum class TextBoxPart { kNone, kClear, kUp, kDown };
 
 struct TextBoxPlaces {
-  PixelRect edit{};    // the edit window
-  PixelRect clear{};   // the cross; empty without one
+  PixelRect edit{};   // the edit window
+  PixelRect clear{};  // the cross; empty without one
   PixelRect up{}, down{};
   PixelRect button{};  // the inner button; empty without one
 };

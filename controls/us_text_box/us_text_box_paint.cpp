@@ -125,10 +125,14 @@ void USTextBox::draw_parts() {
   if (!places_.clear.empty() && usable && !entry_is_empty(box_.text(), box_.rules()))
     draw_cross(view, places_.clear, fore_color(), scale());
   if (places_.up.empty()) return;
-  fill_rect(view, {places_.up.left, places_.up.top, places_.up.left + scale().line(),
-                   places_.down.bottom}, ink);
-  fill_rect(view, {places_.down.left, places_.down.top, places_.down.right,
-                   places_.down.top + scale().line()}, ink);
+  fill_rect(
+      view,
+      {places_.up.left, places_.up.top, places_.up.left + scale().line(), places_.down.bottom},
+      ink);
+  fill_rect(
+      view,
+      {places_.down.left, places_.down.top, places_.down.right, places_.down.top + scale().line()},
+      ink);
   const ColorRef arrow = usable ? fore_color() : kHintColor;
   draw_arrow(view, places_.up, arrow, true, scale());
   draw_arrow(view, places_.down, arrow, false, scale());

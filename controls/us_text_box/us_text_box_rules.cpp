@@ -92,8 +92,8 @@ void USTextBox::apply_look() {
   const EntrySettings before = box_.rules();
   const std::wstring shown = box_.text();
   const bool remade = is_number(before) && !trim_blanks(shown).empty();
-  const Amount amount = !remade                                     ? Amount{}
-                        : kept_amount_ && kept_text_ == shown       ? *kept_amount_
+  const Amount amount = !remade                               ? Amount{}
+                        : kept_amount_ && kept_text_ == shown ? *kept_amount_
                                                               : number_entry::value(shown, before);
   apply_rules();
   if (!remade) return;

@@ -49,7 +49,8 @@ std::vector<std::wstring> Suggestions::find(std::wstring_view text, size_t most,
     const size_t at = place_in(value, wanted, search.any_word);
     if (at == std::wstring_view::npos) continue;
     const std::wstring_view part = std::wstring_view(values_[i]).substr(at, wanted.size());
-    if (search.ignore_accents || fold_case(std::wstring(part)) == exact) found.push_back(values_[i]);
+    if (search.ignore_accents || fold_case(std::wstring(part)) == exact)
+      found.push_back(values_[i]);
   }
   return found;
 }

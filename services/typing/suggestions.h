@@ -23,7 +23,7 @@ class Suggestions {
 
  private:
   std::vector<std::wstring> values_;
-  std::wstring folded_;          // all values, without case and accents, one behind the other
+  std::wstring folded_;           // all values, without case and accents, one behind the other
   std::vector<uint32_t> starts_;  // of each value in it, and its end
 };
 

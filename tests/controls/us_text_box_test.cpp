@@ -31,8 +31,8 @@ class TextBoxTest : public ControlTest {
   /// The text with its caret or selection, as typed sequences write it.
   std::wstring shown() {
     const long start = number(*site_, L"SelStart"), length = number(*site_, L"SelLength");
-    return typing_script::picture({text(), static_cast<size_t>(start),
-                                   static_cast<size_t>(start + length)});
+    return typing_script::picture(
+        {text(), static_cast<size_t>(start), static_cast<size_t>(start + length)});
   }
   static void copy_to_clipboard(std::wstring_view text) {
     ASSERT_TRUE(OpenClipboard(nullptr));
@@ -51,7 +51,7 @@ class TextBoxTest : public ControlTest {
 
 void press_key(std::wstring_view key) {
   static const std::map<std::wstring_view, WORD> kKeys = {
-      {L"Left", VK_LEFT}, {L"Right", VK_RIGHT}, {L"Home", VK_HOME}, {L"End", VK_END},
+      {L"Left", VK_LEFT}, {L"Right", VK_RIGHT}, {L"Home", VK_HOME},  {L"End", VK_END},
       {L"Back", VK_BACK}, {L"Del", VK_DELETE},  {L"Space", VK_SPACE}};
   if (key == L"Undo") return key_chord(VK_CONTROL, 'Z');
   if (key == L"Redo") return key_chord(VK_CONTROL, 'Y');
