@@ -139,6 +139,34 @@ Variant FontProperty::save() const {
   return Variant(static_cast<IUnknown*>(const_cast<FontProperty*>(this)->get().get()));
 }
 
+ComPtr<IFontDisp> OptionalFontProperty::get() const {
+  return font_.as<IFontDisp>();
+}
+
+void OptionalFontProperty::put(IFontDisp* font) {
+  font_ = query<IFont>(font);
+  changed();
+  if (effect_) effect_();
+}
+
+HFONT OptionalFontProperty::handle() const {
+  HFONT out = nullptr;
+  if (font_) font_->get_hFont(&out);
+  return out;
+}
+
+Variant OptionalFontProperty::empty_value() const {
+  return empty_object();
+}
+
+void OptionalFontProperty::load(const VARIANT& value) {
+  font_ = object_in<IFont>(value);
+}
+
+Variant OptionalFontProperty::save() const {
+  return Variant(static_cast<IUnknown*>(get().get()));
+}
+
 void PictureProperty::put(IPictureDisp* picture) {
   picture_ = ComPtr<IPictureDisp>(picture);
   changed();

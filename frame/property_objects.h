@@ -58,6 +58,31 @@ class FontProperty final : public PropertyBase {
   std::function<void()> effect_;
 };
 
+/// A font, or none: for a state whose text may look like that of another.
+class OptionalFontProperty final : public PropertyBase {
+ public:
+  template <class Owner, class Base>
+  OptionalFontProperty(Owner& owner, PropertyName name, void (Base::*effect)())
+      : PropertyBase(owner, name) {
+    effect_ = [&owner, effect] { (owner.*effect)(); };
+  }
+
+  ComPtr<IFontDisp> get() const;
+  void put(IFontDisp* font);
+  /// The font as GDI uses it, owned by the font object; null without one.
+  HFONT handle() const;
+
+  Variant empty_value() const override;
+  void load(const VARIANT& value) override;
+  void reset() override { font_.reset(); }
+  Variant save() const override;
+  bool is_default() const override { return !font_; }
+
+ private:
+  ComPtr<IFont> font_;
+  std::function<void()> effect_;
+};
+
 /// A picture, or none.
 class PictureProperty final : public PropertyBase {
  public:

@@ -12,6 +12,7 @@
 #include "controls/us_scroll_bar/us_scroll_bar.h"
 #include "frame/pages/theme_page.h"
 #include "controls/us_tree_view/us_tree_view.h"
+#include "controls/us_text_box/us_text_box.h"
 #include "imaging/c32bpp_dib/image_object_win.h"
 #include "imaging/image_list/image_lists_object_win.h"
 #include "services/ajax/kn_ajax_win.h"
@@ -79,6 +80,8 @@ std::span<const ServerClass> server_classes() {
                          IDB_TOOLBOX_USLISTBOX),
       control<USTreeView>(L"Kestrelon: árvore com imagens, caixas de marcação, edição e arraste",
                           IDB_TOOLBOX_USTREEVIEW),
+      control<USTextBox>(L"Kestrelon: caixa de texto com formatos e máscara",
+                         IDB_TOOLBOX_USTEXTBOX),
   };
   return kClasses;
 }

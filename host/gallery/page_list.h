@@ -14,6 +14,7 @@ void build_animated_image_page(Page& page);
 void build_us_check_box_page(Page& page);
 void build_us_list_box_page(Page& page);
 void build_us_scroll_bar_page(Page& page);
+void build_us_text_box_page(Page& page);
 void build_us_option_button_page(Page& page);
 void build_us_calendar_page(Page& page);
 void build_us_tree_view_page(Page& page);

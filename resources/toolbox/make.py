@@ -85,6 +85,15 @@ def us_image_list(canvas):
     canvas.fill(polygon([(6, 13), (9.2, 8.6), (11.2, 11.2), (12.2, 10.2), (14, 13)]), MARK, 6, 6, 14, 13)
 
 
+def us_text_box(canvas):
+    canvas.rectangle(0, 3, 16, 12, (0xFF, 0xFF, 0xFF))
+    canvas.frame(0, 3, 16, 12, BORDER)
+    for column in (4, 5, 6):  # the bar of an insertion point between letters
+        canvas.rectangle(column, 5, column + 1, 6 if column != 5 else 10, (0x3A, 0x3A, 0x3A))
+        canvas.rectangle(column, 9, column + 1, 10, (0x3A, 0x3A, 0x3A))
+    canvas.rectangle(8, 7, 13, 8, MARK)
+
+
 def us_animated_image(canvas):
     canvas.rectangle(1, 0, 15, 15, (0x33, 0x3F, 0x4E))  # a strip of film with a running picture
     for column in range(2, 14, 3):
