@@ -1,6 +1,7 @@
 #include "server/class_table.h"
 
 #include "base/resource_ids.h"
+#include "chrome/us_tool_bar/us_tool_bar.h"
 #include "controls/us_alpha_image/us_alpha_image.h"
 #include "controls/us_animated_image/us_animated_image.h"
 #include "controls/us_button/us_button.h"
@@ -70,6 +71,7 @@ std::span<const ServerClass> server_classes() {
                            IDB_TOOLBOX_USIMAGELIST,
                            ControlTraits{}.misc_status | OLEMISC_INVISIBLEATRUNTIME),
       page<ThemePage>(L"Kestrelon: página de tema e cores"),
+      control<USToolBar>(L"Kestrelon: barra de ferramentas", IDB_TOOLBOX_USTOOLBAR),
   };
   return kClasses;
 }

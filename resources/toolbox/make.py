@@ -52,6 +52,15 @@ def us_alpha_image(canvas):
     canvas.frame(1, 1, 15, 14, BORDER)
 
 
+def us_tool_bar(canvas):
+    canvas.rectangle(0, 3, 16, 12, vertical((0xFD, 0xFE, 0xFF), (0xC4, 0xDA, 0xF0), 3, 12))
+    canvas.frame(0, 3, 16, 12, BORDER)
+    for row in range(5, 10, 2):
+        canvas.rectangle(2, row, 3, row + 1, BORDER)
+    canvas.rectangle(4, 5, 8, 10, (0xF2, 0xB1, 0x2A))
+    canvas.rectangle(9, 5, 13, 10, (0x5C, 0x94, 0xCC))
+
+
 def us_image_list(canvas):
     for left, top in ((1, 1), (3, 3), (5, 5)):
         canvas.rectangle(left, top, left + 10, top + 9, FACE)
