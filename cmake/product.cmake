@@ -58,7 +58,7 @@ add_library(kestrelon_ids STATIC ${GENERATED}/kestrelon2012_i.c)
 target_include_directories(kestrelon_ids SYSTEM PUBLIC ${GENERATED} ${idl_dir})
 
 # --- code ----------------------------------------------------------------------------------------------
-kestrelon_glob(windows_sources WINDOWS base imaging services grid frame controls chrome server)
+kestrelon_glob(windows_sources WINDOWS base imaging services grid lists frame controls chrome server)
 list(REMOVE_ITEM windows_sources ${portable_sources} ${CMAKE_SOURCE_DIR}/server/dll_main.cpp
   ${CMAKE_SOURCE_DIR}/server/terminate.cpp)
 add_library(kestrelon_windows STATIC ${windows_sources})
@@ -66,7 +66,7 @@ kestrelon_optimize_size(${windows_sources}) # pixels are the portable half's
 kestrelon_target(kestrelon_windows)
 add_dependencies(kestrelon_windows contract)
 target_link_libraries(kestrelon_windows PUBLIC kestrelon_portable kestrelon_ids
-  ole32 oleaut32 uuid gdi32 msimg32 comctl32 comdlg32 shell32 shlwapi advapi32 version ws2_32)
+  ole32 oleaut32 uuid gdi32 msimg32 uxtheme comctl32 comdlg32 shell32 shlwapi advapi32 version ws2_32)
 
 # --- resources and manifest ------------------------------------------------------------------------------
 string(REPLACE "." "," version_numbers ${PROJECT_VERSION},0)

@@ -7,6 +7,7 @@
 #include "controls/us_button/us_button.h"
 #include "controls/us_check_box/us_check_box.h"
 #include "controls/us_image_list/us_image_list.h"
+#include "controls/us_list_box/us_list_box.h"
 #include "controls/us_option_button/us_option_button.h"
 #include "controls/us_scroll_bar/us_scroll_bar.h"
 #include "frame/pages/theme_page.h"
@@ -71,6 +72,8 @@ std::span<const ServerClass> server_classes() {
                            IDB_TOOLBOX_USIMAGELIST,
                            ControlTraits{}.misc_status | OLEMISC_INVISIBLEATRUNTIME),
       page<ThemePage>(L"Kestrelon: página de tema e cores"),
+      control<USListBox>(L"Kestrelon: lista com imagens, caixas de marcação e pesquisa",
+                         IDB_TOOLBOX_USLISTBOX),
       control<USToolBar>(L"Kestrelon: barra de ferramentas", IDB_TOOLBOX_USTOOLBAR),
   };
   return kClasses;

@@ -1,5 +1,6 @@
 #include "controls/us_scroll_bar/us_scroll_bar.h"
 
+#include "base/decimal.h"
 #include "controls/us_scroll_bar/update_lock.h"
 
 namespace kestrelon {
