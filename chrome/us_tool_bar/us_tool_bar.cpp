@@ -147,9 +147,9 @@ void USToolBar::forget_input() {
 
 short USToolBar::add_button(ENUM_BUTTON_TYPE type, std::wstring caption, std::wstring key,
                             IPictureDisp* icon, short icon_size, ENUM_ICON_ALIGNMENT alignment,
-                            std::wstring tool_tip, OLE_COLOR fore_color, IFontDisp* font,
+                            std::wstring tool_tip, long fore_color, IFontDisp* font,
                             ButtonStyle style, ENUM_BUTTON_STATE state, bool use_mask_color,
-                            OLE_COLOR mask_color) {
+                            const VARIANT& mask_color) {
   if (buttons.size() >= RecordList<ToolButton>::kMost) return 0;
   ToolButton added;
   added.type = type;
@@ -159,12 +159,14 @@ short USToolBar::add_button(ENUM_BUTTON_TYPE type, std::wstring caption, std::ws
   added.icon_size = icon_size;
   added.alignment = alignment;
   added.tool_tip = std::move(tool_tip);
-  added.fore_color = fore_color;
+  added.fore_color = static_cast<OLE_COLOR>(fore_color);
   added.font = font != nullptr ? ComPtr<IFontDisp>(font) : copy_of(bar_font());
   added.style = style;
   added.state = state;
   added.use_mask_color = use_mask_color;
-  added.mask_color = mask_color;
+  Variant mask;
+  if (V_VT(&mask_color) != VT_ERROR && SUCCEEDED(VariantChangeType(&mask, &mask_color, 0, VT_I4)))
+    added.mask_color = static_cast<OLE_COLOR>(V_I4(&mask));
   const auto position = static_cast<short>(buttons.size() + 1);
   buttons.change(L"ButtonCount",
                  [&](std::vector<ToolButton>& list) { list.push_back(std::move(added)); });

@@ -110,8 +110,8 @@ class USToolBar final : public USToolBarGlue<USToolBar, ControlFrame> {
   void refresh();
   short add_button(ENUM_BUTTON_TYPE type, std::wstring caption, std::wstring key,
                    IPictureDisp* icon, short icon_size, ENUM_ICON_ALIGNMENT alignment,
-                   std::wstring tool_tip, OLE_COLOR fore_color, IFontDisp* font, ButtonStyle style,
-                   ENUM_BUTTON_STATE state, bool use_mask_color, OLE_COLOR mask_color);
+                   std::wstring tool_tip, long fore_color, IFontDisp* font, ButtonStyle style,
+                   ENUM_BUTTON_STATE state, bool use_mask_color, const VARIANT& mask_color);
   short delete_button(long index);
   short move_button(long index, ENUM_MOVE direction);
   // us_tool_bar_dialogs.cpp

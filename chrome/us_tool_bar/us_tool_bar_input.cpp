@@ -2,17 +2,11 @@
 // the host may change the buttons or end the control, so nothing is remembered across an event but
 // numbers, which a change of the list clears.
 #include "chrome/us_tool_bar/us_tool_bar.h"
-#include "frame/kit/access_key.h"
+#include "frame/input_state.h"
 
 namespace kestrelon {
 
 using tool_bar::kNothing;
-
-namespace {
-
-constexpr short kLeftButton = 1;
-
-}  // namespace
 
 int USToolBar::part_at(float x, float y) const {
   return tool_bar::hit(bar_, static_cast<int>(x), static_cast<int>(y));

@@ -15,5 +15,6 @@ void build_us_check_box_page(Page& page);
 void build_us_list_box_page(Page& page);
 void build_us_scroll_bar_page(Page& page);
 void build_us_option_button_page(Page& page);
+void build_us_tool_bar_page(Page& page);
 
 }  // namespace kestrelon::host
