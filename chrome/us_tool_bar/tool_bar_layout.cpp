@@ -5,9 +5,9 @@ namespace {
 
 // Pixels at 96 dots an inch.
 constexpr int kGripperWidth = 10, kEndPanelWidth = 12, kChevronWidth = 14;
-constexpr int kEdge = 2;              // between the bar's top or bottom and its buttons
-constexpr int kPadX = 6, kPadY = 3;   // within a button
-constexpr int kGap = 4;               // between icon and caption
+constexpr int kEdge = 2;             // between the bar's top or bottom and its buttons
+constexpr int kPadX = 6, kPadY = 3;  // within a button
+constexpr int kGap = 4;              // between icon and caption
 constexpr int kSeparatorWidth = 8, kDropWidth = 10;
 constexpr int kSmallestFace = 16;
 

@@ -70,7 +70,14 @@ int walk(int from, int direction, int count, Takes&& takes) {
 }
 
 /// The looks of a button, numbered as ENUM_BUTTON_STATE.
-enum class Look { kNormal = 0, kOver = 1, kPressed = 2, kOverDown = 3, kSelected = 4, kDisabled = 5 };
+enum class Look {
+  kNormal = 0,
+  kOver = 1,
+  kPressed = 2,
+  kOverDown = 3,
+  kSelected = 4,
+  kDisabled = 5
+};
 
 struct Condition {
   bool usable = true;

@@ -17,8 +17,8 @@ struct ToolButton {
 
   std::wstring caption, key, tool_tip;
   ComPtr<IPictureDisp> icon;
-  short icon_size = 16;     // pixels at 96 dots an inch
-  ComPtr<IFontDisp> font;   // null: the bar's
+  short icon_size = 16;    // pixels at 96 dots an inch
+  ComPtr<IFontDisp> font;  // null: the bar's
   OLE_COLOR fore_color = kForeColor;
   ENUM_ICON_ALIGNMENT alignment = Icon_Left;
   ENUM_BUTTON_TYPE type = Button;

@@ -165,7 +165,8 @@ short USToolBar::add_button(ENUM_BUTTON_TYPE type, std::wstring caption, std::ws
   added.state = state;
   added.use_mask_color = use_mask_color;
   Variant mask;
-  if (V_VT(&mask_color) != VT_ERROR && SUCCEEDED(VariantChangeType(&mask, &mask_color, 0, VT_I4)))
+  if (V_VT(&mask_color) != VT_ERROR &&
+      SUCCEEDED(VariantChangeType(&mask, const_cast<VARIANT*>(&mask_color), 0, VT_I4)))
     added.mask_color = static_cast<OLE_COLOR>(V_I4(&mask));
   const auto position = static_cast<short>(buttons.size() + 1);
   buttons.change(L"ButtonCount",

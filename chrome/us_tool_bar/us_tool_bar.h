@@ -23,14 +23,10 @@ class USToolBar final : public USToolBarGlue<USToolBar, ControlFrame> {
   Property<OLE_COLOR> BackColor{*this, L"BackColor", 0xE2A981, &USToolBar::draw};
   Property<OLE_COLOR> GradientColor1{*this, L"GradientColor1", 0xFDEEE3, &USToolBar::draw};
   Property<OLE_COLOR> GradientColor2{*this, L"GradientColor2", 0xF7DECA, &USToolBar::draw};
-  Property<OLE_COLOR> GradientColorOver1{*this, L"GradientColorOver1", 0xDBFDFF,
-                                         &USToolBar::draw};
-  Property<OLE_COLOR> GradientColorOver2{*this, L"GradientColorOver2", 0x92E6FF,
-                                         &USToolBar::draw};
-  Property<OLE_COLOR> GradientColorDown1{*this, L"GradientColorDown1", 0xA4D6FF,
-                                         &USToolBar::draw};
-  Property<OLE_COLOR> GradientColorDown2{*this, L"GradientColorDown2", 0x70D8FE,
-                                         &USToolBar::draw};
+  Property<OLE_COLOR> GradientColorOver1{*this, L"GradientColorOver1", 0xDBFDFF, &USToolBar::draw};
+  Property<OLE_COLOR> GradientColorOver2{*this, L"GradientColorOver2", 0x92E6FF, &USToolBar::draw};
+  Property<OLE_COLOR> GradientColorDown1{*this, L"GradientColorDown1", 0xA4D6FF, &USToolBar::draw};
+  Property<OLE_COLOR> GradientColorDown2{*this, L"GradientColorDown2", 0x70D8FE, &USToolBar::draw};
   Property<OLE_COLOR> RightColor1{*this, L"RightColor1", 0xFDEEE3, &USToolBar::draw};
   Property<OLE_COLOR> RightColor2{*this, L"RightColor2", 0xF7DECA, &USToolBar::draw};
   Property<OLE_COLOR> GradientColorOverRight1{*this, L"GradientColorOverRight1", 0xFDEEE3,

@@ -125,8 +125,8 @@ void USToolBar::open_overflow() {
     const std::wstring& text = !button.caption.empty()    ? button.caption
                                : !button.tool_tip.empty() ? button.tool_tip
                                                           : button.key;
-    const UINT look = (button.usable() ? 0u : UINT{MF_GRAYED}) |
-                      (button.value ? UINT{MF_CHECKED} : 0u);
+    const UINT look =
+        (button.usable() ? 0u : UINT{MF_GRAYED}) | (button.value ? UINT{MF_CHECKED} : 0u);
     AppendMenuW(menu, MF_STRING | look, i + 1, text.c_str());
   }
   POINT corner{bar_.chevron.left, bar_.chevron.bottom};

@@ -113,9 +113,8 @@ void USToolBar::paint_end_panel() {
     fill(view, area, GradientColorOverRight1.get(), GradientColorOverRight2.get(), COLOR_HIGHLIGHT);
   else
     fill(view, area, RightColor1.get(), RightColor2.get(), COLOR_BTNFACE);
-  const ColorRef mark = high_contrast()
-                            ? GetSysColor(lit ? COLOR_HIGHLIGHTTEXT : COLOR_BTNTEXT)
-                            : TranslateColor(ToolButton::kForeColor);
+  const ColorRef mark = high_contrast() ? GetSysColor(lit ? COLOR_HIGHLIGHTTEXT : COLOR_BTNTEXT)
+                                        : TranslateColor(ToolButton::kForeColor);
   fill_rect(view, {area.left, 0, area.left + scale().line(), area.bottom},
             shown_color(BackColor.get(), COLOR_BTNTEXT));
   draw_triangle(view, (area.left + area.right) / 2, area.bottom - scale()(8), scale()(3), mark);
@@ -126,11 +125,9 @@ void USToolBar::paint_chevron() {
   if (area.empty()) return;
   const PixelView view = surface().pixels();
   const bool lit = hot_ == tool_bar::kChevron || pressed_ == tool_bar::kChevron;
-  if (lit)
-    fill(view, area, GradientColorOver1.get(), GradientColorOver2.get(), COLOR_HIGHLIGHT);
-  const ColorRef mark = high_contrast()
-                            ? GetSysColor(lit ? COLOR_HIGHLIGHTTEXT : COLOR_BTNTEXT)
-                            : TranslateColor(ToolButton::kForeColor);
+  if (lit) fill(view, area, GradientColorOver1.get(), GradientColorOver2.get(), COLOR_HIGHLIGHT);
+  const ColorRef mark = high_contrast() ? GetSysColor(lit ? COLOR_HIGHLIGHTTEXT : COLOR_BTNTEXT)
+                                        : TranslateColor(ToolButton::kForeColor);
   const int size = scale()(3), line = scale().line();
   const int middle = (area.top + area.bottom) / 2;
   for (int arrow = 0; arrow < 2; ++arrow) {
@@ -164,8 +161,7 @@ void USToolBar::paint_button(int index) {
     fill(view, {area.left + line, area.top + line, area.right - line, area.bottom - line},
          color1.get(), color2.get(), COLOR_HIGHLIGHT);
   }
-  const tool_bar::Face face =
-      tool_bar::face(area, items_[static_cast<size_t>(index - 1)], scale());
+  const tool_bar::Face face = tool_bar::face(area, items_[static_cast<size_t>(index - 1)], scale());
   const bool dim = look == Look::kDisabled;
   const ColorRef ink =
       dim ? GetSysColor(COLOR_GRAYTEXT)

@@ -50,7 +50,8 @@ void close_up(Page& page) {
 }  // namespace
 
 void build_us_tool_bar_page(Page& page) {
-  page.title(L"USToolBar", L"Barra de ferramentas com alça, três estilos de botão e menu do que não cabe.");
+  page.title(L"USToolBar",
+             L"Barra de ferramentas com alça, três estilos de botão e menu do que não cabe.");
   page.section(L"Os três temas");
   themes(page);
   page.section(L"Estreita, quatro vezes ampliada");

@@ -15,10 +15,10 @@ class ToolBarTest : public ControlTest {
     V_VT(&missing) = VT_ERROR;
     V_ERROR(&missing) = DISP_E_PARAMNOTFOUND;
     const std::wstring key = L"k" + std::wstring(caption);
-    return to_long(call_method(
-        bar_->control_dispatch().get(), L"AddButton",
-        {Variant(type), Variant(caption), Variant(std::wstring_view(key)), missing, missing,
-         missing, missing, missing, missing, Variant(style)}));
+    return to_long(
+        call_method(bar_->control_dispatch().get(), L"AddButton",
+                    {Variant(type), Variant(caption), Variant(std::wstring_view(key)), missing,
+                     missing, missing, missing, missing, missing, Variant(style)}));
   }
   long call(const wchar_t* name, std::vector<Variant> arguments) {
     return to_long(call_method(bar_->control_dispatch().get(), name, std::move(arguments)));
@@ -34,9 +34,9 @@ class ToolBarTest : public ControlTest {
     ASSERT_EQ(target->GetIDsOfNames(IID_NULL, &text, 1, 0, &id), S_OK);
     VARIANT arguments[] = {value, Variant(index)};
     DISPPARAMS params{arguments, &put, 2, 1};
-    EXPECT_EQ(target->Invoke(id, IID_NULL, 0, DISPATCH_PROPERTYPUT, &params, nullptr, nullptr,
-                             nullptr),
-              S_OK);
+    EXPECT_EQ(
+        target->Invoke(id, IID_NULL, 0, DISPATCH_PROPERTYPUT, &params, nullptr, nullptr, nullptr),
+        S_OK);
   }
   POINT middle(long index) {
     const long dpi = 96, twips = 1440;

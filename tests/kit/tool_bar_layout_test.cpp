@@ -26,8 +26,8 @@ bool within(const PixelRect& inner, const PixelRect& outer) {
 }
 
 TEST(ToolBarLayout, AtEveryWidthNothingOverlapsAndNothingIsCut) {
-  const std::vector<Item> items{button(40), separator(), button(0, true), button(60, true),
-                                separator(), button(25)};
+  const std::vector<Item> items{button(40),       separator(), button(0, true),
+                                button(60, true), separator(), button(25)};
   for (const int dpi : {96, 144, 288})
     for (int width = 0; width < 900; ++width) {
       const Arrangement bar = arrange({width, 28, true, true, false, Scale(dpi)}, items);
