@@ -53,12 +53,39 @@ class MemberField final : public RecordField<Record> {
   T Record::*member_;
 };
 
+/// An object of the record's own: a picture, a font. Null is kept as such.
+template <class Record, class I>
+class ObjectField final : public RecordField<Record> {
+ public:
+  ObjectField(const wchar_t* key, ComPtr<I> Record::*member) : key_(key), member_(member) {}
+  bool read(BagReader& bag, const std::wstring& index, Record& record) const override {
+    Variant value(static_cast<IUnknown*>(nullptr));
+    if (!bag.read(key_ + index, value)) return false;
+    const bool object = V_VT(&value) == VT_UNKNOWN || V_VT(&value) == VT_DISPATCH;
+    record.*member_ = object ? query<I>(V_UNKNOWN(&value)) : nullptr;
+    return true;
+  }
+  void write(BagWriter& bag, const std::wstring& index, const Record& record) const override {
+    bag.write(key_ + index, Variant(static_cast<IUnknown*>((record.*member_).get())));
+  }
+
+ private:
+  std::wstring key_;
+  ComPtr<I> Record::*member_;
+};
+
 }  // namespace property_detail
 
 /// A field that is a plain member; its key gets the record's index behind it.
 template <class Record, class T>
 std::unique_ptr<RecordField<Record>> field(const wchar_t* key, T Record::*member) {
   return std::make_unique<property_detail::MemberField<Record, T>>(key, member);
+}
+
+/// A field that holds a picture or a font.
+template <class Record, class I>
+std::unique_ptr<RecordField<Record>> field(const wchar_t* key, ComPtr<I> Record::*member) {
+  return std::make_unique<property_detail::ObjectField<Record, I>>(key, member);
 }
 
 /// A persisted list. Records count from 0 here and from 1 in the keys.

@@ -1,6 +1,7 @@
 #include "server/class_table.h"
 
 #include "base/resource_ids.h"
+#include "chrome/us_tool_bar/us_tool_bar.h"
 #include "controls/us_alpha_image/us_alpha_image.h"
 #include "controls/us_animated_image/us_animated_image.h"
 #include "controls/us_button/us_button.h"
@@ -82,6 +83,7 @@ std::span<const ServerClass> server_classes() {
                           IDB_TOOLBOX_USTREEVIEW),
       control<USTextBox>(L"Kestrelon: caixa de texto com formatos e máscara",
                          IDB_TOOLBOX_USTEXTBOX),
+      control<USToolBar>(L"Kestrelon: barra de ferramentas", IDB_TOOLBOX_USTOOLBAR),
   };
   return kClasses;
 }

@@ -19,6 +19,7 @@ const std::vector<PageEntry>& pages() {
       {L"USAlphaImage", L"Imagens", build_us_alpha_image_page},
       {L"USAnimatedImage", L"Imagens", build_animated_image_page},
       {L"USImageList", L"Imagens", build_image_list_page},
+      {L"USToolBar", L"Janelas", build_us_tool_bar_page},
   };
   return list;
 }

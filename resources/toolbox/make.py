@@ -74,6 +74,13 @@ def us_tree_view(canvas):
         canvas.frame(left, top, left + 5, top + 4, BORDER)
     for top in (2, 7, 12):
         canvas.rectangle(7 if top == 2 else 12, top, 15, top + 1, (0x3A, 0x3A, 0x3A))
+def us_tool_bar(canvas):
+    canvas.rectangle(0, 3, 16, 12, vertical((0xFD, 0xFE, 0xFF), (0xC4, 0xDA, 0xF0), 3, 12))
+    canvas.frame(0, 3, 16, 12, BORDER)
+    for row in range(5, 10, 2):
+        canvas.rectangle(2, row, 3, row + 1, BORDER)
+    canvas.rectangle(4, 5, 8, 10, (0xF2, 0xB1, 0x2A))
+    canvas.rectangle(9, 5, 13, 10, (0x5C, 0x94, 0xCC))
 
 
 def us_image_list(canvas):
