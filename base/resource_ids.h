@@ -10,6 +10,8 @@
 #define IDB_TOOLBOX_USANIMATEDIMAGE 1007
 #define IDB_TOOLBOX_USIMAGELIST 1029
 
+#define IDB_TOOLBOX_USLABEL 1045
+
 #define IDB_CHECK_MARKS 101
 // PNG files under a resource type of their own, "OPTIONBUTTON".
 #define IDP_OPTION_MARKS 101

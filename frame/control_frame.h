@@ -317,6 +317,11 @@ class ControlFrame : public AutomationObject,
   bool pointer_over_window() const;
   /// Asks for one WM_MOUSELEAVE at window_message_after() when the pointer leaves.
   void track_leave();
+  /// The window the control is shown in, its own or the container's, and its place there; null
+  /// while it is not active.
+  HWND shown_in(RECT& place) const { return accessible_window(place); }
+  /// Asks the container whether a bindable property may change.
+  bool may_change(const wchar_t* name);
   /// Tells screen readers of a change (EVENT_OBJECT_...), if any listens.
   void tell_readers(DWORD event, long child = CHILDID_SELF) const;
   /// To be called when takes_drops() has changed.

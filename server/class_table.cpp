@@ -6,6 +6,7 @@
 #include "controls/us_button/us_button.h"
 #include "controls/us_check_box/us_check_box.h"
 #include "controls/us_image_list/us_image_list.h"
+#include "controls/us_label/us_label.h"
 #include "controls/us_option_button/us_option_button.h"
 #include "controls/us_scroll_bar/us_scroll_bar.h"
 #include "imaging/c32bpp_dib/image_object_win.h"
@@ -63,6 +64,8 @@ std::span<const ServerClass> server_classes() {
       control<USImageList>(L"Kestrelon: listas de imagens para os controles de um formulário",
                            IDB_TOOLBOX_USIMAGELIST,
                            ControlTraits{}.misc_status | OLEMISC_INVISIBLEATRUNTIME),
+      control<USLabel>(L"Kestrelon: texto, título ou link de formulário", IDB_TOOLBOX_USLABEL,
+                       ControlTraits{}.misc_status | OLEMISC_ACTSLIKELABEL | OLEMISC_NOUIACTIVATE),
   };
   return kClasses;
 }

@@ -10,6 +10,7 @@ const std::vector<PageEntry>& pages() {
       {L"USCheckBox", L"Controles básicos", build_us_check_box_page},
       {L"USOptionButton", L"Controles básicos", build_us_option_button_page},
       {L"USScrollBar", L"Controles básicos", build_us_scroll_bar_page},
+      {L"USLabel", L"Controles básicos", build_us_label_page},
       {L"Pedido de venda", L"Controles básicos", build_order_entry_page},
       {L"c32bppDIB", L"Imagens", build_images_page},
       {L"USAlphaImage", L"Imagens", build_us_alpha_image_page},

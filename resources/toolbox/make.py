@@ -70,6 +70,11 @@ def us_animated_image(canvas):
     canvas.fill(polygon([(5.5, 4.2), (12.0, 7.5), (5.5, 10.8)]), MARK, 2, 3, 14, 12)
 
 
+def us_label(canvas):
+    canvas.fill(stroke([(2.6, 13.0), (8.0, 1.8), (13.4, 13.0)], 2.0), BORDER, 0, 0, 16, 15)
+    canvas.fill(stroke([(4.6, 9.4), (11.4, 9.4)], 1.8), MARK, 0, 0, 16, 15)
+
+
 ICONS = {name: draw for name, draw in list(globals().items()) if name.startswith("us_")}
 
 if __name__ == "__main__":
