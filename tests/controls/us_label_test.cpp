@@ -150,6 +150,7 @@ TEST_F(LabelTest, HandsItsAccessKeyToTheNextControl) {
   EXPECT_TRUE(pump_until([&] { return GetFocus() == box->window(); }, 500));
   put(*site, L"UseMnemonic", Variant(false));
   other->take_focus();
+  ASSERT_TRUE(pump_until([&] { return GetFocus() == other->window(); }, 500));
   key_chord(VK_MENU, 'N');
   pump_for(50);
   EXPECT_EQ(GetFocus(), other->window());
