@@ -23,10 +23,12 @@ label.CreateToolTip
 label.DestroyToolTip
 Expect "ToolTipBackColor", label.ToolTipBackColor, &HD7FCFE
 label.DisableRefresh
-label.Caption = String(40000, "x")
+Dim text : text = "xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx"
+Do While Len(text) < 40000 : text = text & text : Loop
+label.Caption = text
 label.AutoSize = True
 label.Refresh
-Expect "long caption", Len(label.Caption), 40000
+Expect "long caption", Len(label.Caption), Len(text)
 Expect "hWnd", label.hWnd, 0
 
 If failures = 0 Then WScript.Echo "OK"
