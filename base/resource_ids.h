@@ -15,6 +15,8 @@
 #define IDB_TOOLBOX_USLISTBOX 1042
 #define IDB_TOOLBOX_USTEXTBOX 1009
 
+#define IDB_TOOLBOX_USLABEL 1045
+
 #define IDB_CHECK_MARKS 101
 // PNG files under a resource type of their own, "OPTIONBUTTON".
 #define IDP_OPTION_MARKS 101

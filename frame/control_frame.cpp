@@ -84,6 +84,15 @@ void ControlFrame::property_changed(const wchar_t* name) {
   for (const auto& sink : notify_point_.sinks<IPropertyNotifySink>()) sink->OnChanged(id);
 }
 
+bool ControlFrame::may_change(const wchar_t* name) {
+  if (loading_ || notify_point_.empty()) return true;
+  const DISPID id = member_id(class_info().interface_id, name);
+  const Hold hold(*this);
+  for (const auto& sink : notify_point_.sinks<IPropertyNotifySink>())
+    if (sink->OnRequestEdit(id) == S_FALSE) return false;
+  return true;
+}
+
 void ControlFrame::invalidate() {
   if (view_sink_ && !in_place_active_) {
     const Hold hold(*this);

@@ -317,6 +317,11 @@ class ControlFrame : public AutomationObject,
   void assign_theme(ThemeTable table, long number);
   /// A colour property as it is drawn: in high contrast the system's colour of a role (COLOR_...).
   static COLORREF shown_color(OLE_COLOR color, int role);
+  /// The window the control is shown in, its own or the container's, and its place there; null
+  /// while it is not active.
+  HWND shown_in(RECT& place) const { return accessible_window(place); }
+  /// Asks the container whether a bindable property may change.
+  bool may_change(const wchar_t* name);
   /// Tells screen readers of a change (EVENT_OBJECT_...), if any listens.
   void tell_readers(DWORD event, long child = CHILDID_SELF) const;
   /// To be called when takes_drops() has changed.

@@ -87,6 +87,7 @@ void ControlFrame::paint_window() {
              area.left, area.top, SRCCOPY);
     }
   } else if (surface_) {
+    about_to_show();
     BitBlt(dc, area.left, area.top, area.right - area.left, area.bottom - area.top, surface_.dc(),
            area.left, area.top, SRCCOPY);
   }

@@ -133,6 +133,12 @@ struct Automation<float> {
   static Variant to(float value) { return Variant(value); }
 };
 template <>
+struct Automation<double> {
+  static constexpr VARTYPE kType = VT_R8;
+  static double from(const VARIANT& v) { return V_R8(&v); }
+  static Variant to(double value) { return Variant(value); }
+};
+template <>
 struct Automation<std::wstring> {
   static constexpr VARTYPE kType = VT_BSTR;
   static std::wstring from(const VARIANT& v) { return to_wstring(V_BSTR(&v)); }

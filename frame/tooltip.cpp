@@ -24,14 +24,19 @@ CTooltip::CTooltip() {
 }
 
 bool CTooltip::Create(HWND parent) {
+  return Create(parent, nullptr);
+}
+
+bool CTooltip::Create(HWND parent, const RECT* area) {
   Destroy();
   parent_ = parent;
+  area_ = area != nullptr ? *area : RECT{};
   DWORD style = TTS_ALWAYSTIP | TTS_NOPREFIX;
   if (Style == ToolTip_Balloon) style |= TTS_BALLOON;
   window_ = CreateWindowExA(0, TOOLTIPS_CLASSA, nullptr, style, CW_USEDEFAULT, CW_USEDEFAULT,
                             CW_USEDEFAULT, CW_USEDEFAULT, parent, nullptr, nullptr, nullptr);
   if (window_ == nullptr) return false;
-  tool_flags_ = TTF_SUBCLASS | TTF_IDISHWND;
+  tool_flags_ = area != nullptr ? TTF_SUBCLASS : TTF_SUBCLASS | TTF_IDISHWND;
   if (Centered) tool_flags_ |= TTF_CENTERTIP;
   TOOLINFOA info = tool();
   SendMessageA(window_, TTM_ADDTOOLA, 0, reinterpret_cast<LPARAM>(&info));
@@ -56,6 +61,7 @@ TOOLINFOA CTooltip::tool() const {
   info.uFlags = tool_flags_;
   info.hwnd = parent_;
   info.uId = reinterpret_cast<UINT_PTR>(parent_);
+  info.rect = area_;
   info.lpszText = narrow_text_.data();
   return info;
 }

@@ -25,6 +25,8 @@ class CTooltip {
   /// Makes the tip for a window of this process, in place of one made before. The tip appears by
   /// itself when the pointer rests there. False when the system refuses.
   bool Create(HWND parent);
+  /// The same for an area of the window's client pixels; null for all of it.
+  bool Create(HWND parent, const RECT* area);
   void Destroy();
   /// The tip window; null while there is none. It may have died with its owner.
   HWND hWnd() const { return window_; }
@@ -58,6 +60,7 @@ class CTooltip {
 
   HWND window_ = nullptr;
   HWND parent_ = nullptr;
+  RECT area_{};
   UINT tool_flags_ = 0;
   ENUM_TOOLTIP_ICON icon_ = No_Icon;
   std::wstring title_;

@@ -75,8 +75,14 @@ bool Form::translate_mnemonic(MSG& message) {
     const ComPtr<ControlSite> alive(site);
     if (site->misc_status() & OLEMISC_ACTSLIKELABEL) {
       site->mnemonic(message);
-      active_ = site->closed() ? nullptr : site;
-      move_focus(false);
+      if (site->closed()) return true;
+      // From the label on, not from the item that has the focus: that one is left as it always is.
+      for (size_t next = tab_index(*site) + 1, tried = 0; tried < tab_order_.size(); ++tried) {
+        FormItem* const candidate = tab_order_[(next + tried) % tab_order_.size()];
+        if (!focusable(*candidate)) continue;
+        if (candidate != active_) candidate->take_focus();
+        break;
+      }
       return true;
     }
     if (focusable(*site) && active_ != site) site->take_focus();

@@ -9,6 +9,7 @@
 #include "controls/us_check_box/us_check_box.h"
 #include "controls/us_image_list/us_image_list.h"
 #include "controls/us_list_box/us_list_box.h"
+#include "controls/us_label/us_label.h"
 #include "controls/us_option_button/us_option_button.h"
 #include "controls/us_scroll_bar/us_scroll_bar.h"
 #include "frame/pages/theme_page.h"
@@ -84,6 +85,8 @@ std::span<const ServerClass> server_classes() {
       control<USTextBox>(L"Kestrelon: caixa de texto com formatos e máscara",
                          IDB_TOOLBOX_USTEXTBOX),
       control<USToolBar>(L"Kestrelon: barra de ferramentas", IDB_TOOLBOX_USTOOLBAR),
+      control<USLabel>(L"Kestrelon: texto, título ou link de formulário", IDB_TOOLBOX_USLABEL,
+                       ControlTraits{}.misc_status | OLEMISC_ACTSLIKELABEL | OLEMISC_NOUIACTIVATE),
   };
   return kClasses;
 }

@@ -116,6 +116,9 @@ def us_list_box(canvas):
     canvas.rectangle(2, 5, 14, 9, vertical((0xDF, 0xEE, 0xFC), (0xB9, 0xD3, 0xEE), 5, 9))
     for row, end in ((3, 11), (6, 10), (11, 12)):
         canvas.rectangle(4, row, end, row + 1, (0x3A, 0x3A, 0x3A))
+def us_label(canvas):
+    canvas.fill(stroke([(2.6, 13.0), (8.0, 1.8), (13.4, 13.0)], 2.0), BORDER, 0, 0, 16, 15)
+    canvas.fill(stroke([(4.6, 9.4), (11.4, 9.4)], 1.8), MARK, 0, 0, 16, 15)
 
 
 ICONS = {name: draw for name, draw in list(globals().items()) if name.startswith("us_")}
