@@ -120,6 +120,8 @@ class USCalendar final : public USCalendarGlue<USCalendar, ItemControl>,
   void style_changed();
   void mode_changed();
   void count_changed();
+  /// A control that is made while a program runs never reads properties, but is used all the same.
+  bool runs() { return ambient().user_mode(); }
   bool is_field() const { return Style.get() == Calendar_DropDown; }
   CalendarShape shape_of(int width, int height);
   void redraw_panel();
@@ -210,6 +212,7 @@ class USCalendar final : public USCalendarGlue<USCalendar, ItemControl>,
   bool button_hot_ = false;
   bool text_typed_ = false;  // the box holds what was not taken yet
   bool digit_typed_ = false;
+  bool skip_character_ = false;  // of a key that was a command
   bool setting_text_ = false;
   DWORD closed_at_ = 0;  // time of the press that closed the popup
 };

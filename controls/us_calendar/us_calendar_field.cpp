@@ -13,7 +13,7 @@ void USCalendar::make_edit() {
     edit_.destroy();
     return;
   }
-  if (edit_.hwnd() != nullptr || window() == nullptr || !user_mode()) return;
+  if (edit_.hwnd() != nullptr || window() == nullptr || !runs()) return;
   constexpr int kLongestText = 12;
   if (!edit_.create(ES_AUTOHSCROLL, {})) return;
   edit_.set_font(plain_font());
@@ -80,8 +80,7 @@ void USCalendar::lost_focus() {
 // --- the calendar that drops ------------------------------------------------------------------
 
 void USCalendar::show_drop_down() {
-  if (!is_field() || popup_.is_open() || window() == nullptr || !user_mode() || !Enabled.get())
-    return;
+  if (!is_field() || popup_.is_open() || window() == nullptr || !runs() || !Enabled.get()) return;
   take_text();
   raise_drop_down();
   if (!is_field() || popup_.is_open() || window() == nullptr) return;
@@ -168,7 +167,7 @@ void USCalendar::show_day_tip() {
     return day_tip_.Destroy();
   }
   const HWND over = popup_.is_open() ? popup_.hwnd() : window();
-  if (over == nullptr || !user_mode()) return;
+  if (over == nullptr || !runs()) return;
   day_tip_.Destroy();
   destroy_tool_tip();  // one tip at a time
   day_tip_.Style = ToolTipStyle.get();

@@ -135,17 +135,24 @@ bool USCalendar::wants_key(int key, short shift) const {
 }
 
 void USCalendar::key_down(short& key, short& shift) {
+  skip_character_ = false;
   raise_key_down(key, shift);
   if (key == 0 || !Enabled.get()) return;
   ensure_layout();
-  const bool used = is_field() && field_key(key, shift);
-  // What the panel has used, the edit box must not use again.
-  if (used || (panel_shows() && panel_key(key, shift))) key = is_field() ? short{0} : key;
+  const bool used =
+      (is_field() && field_key(key, shift)) || (panel_shows() && panel_key(key, shift));
+  // What the calendar has used, the edit box must not use again.
+  skip_character_ = used;
+  if (used && is_field()) key = 0;
 }
 
 void USCalendar::key_press(short& character) {
   raise_key_press(character);
   if (!is_field() || character < L' ') return;
+  if (std::exchange(skip_character_, false)) {
+    character = 0;
+    return;
+  }
   const auto typed = static_cast<wchar_t>(character);
   if (!is_date_character(typed)) {
     character = 0;

@@ -99,8 +99,8 @@ std::vector<DayLook> USCalendar::collect_days() {
   const auto cells = static_cast<size_t>(months) * kCellsOfMonth;
   std::vector<DayLook> days(cells);
   std::vector<std::wstring> tips(cells);
-  const bool asks = user_mode() && !requesting_;
-  requesting_ = true;
+  const bool asks = runs() && !requesting_;
+  requesting_ = requesting_ || asks;
   for (size_t i = 0; i < cells; ++i) {
     const int index = static_cast<int>(i) / kCellsOfMonth,
               cell = static_cast<int>(i) % kCellsOfMonth;

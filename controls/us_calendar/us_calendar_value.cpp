@@ -31,8 +31,9 @@ void USCalendar::set_value(const VARIANT& value) {
     if (V_VT(&given) == VT_BSTR) {
       const auto date = read_typed_date(to_wstring(V_BSTR(&given)), DateFormat.get(), today_date());
       if (date) day = day_number(*date);
+    } else if (given.change(VT_DATE)) {
+      day = day_of_value(V_DATE(&given));
     }
-    if (!day && given.change(VT_DATE)) day = day_of_value(V_DATE(&given));
     if (!day || !accepts(*day)) return;
     next.select(*day);
   }
