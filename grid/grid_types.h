@@ -97,7 +97,7 @@ struct GridTotalLine {
   bool average = false;
   bool invisible = false;
   uint32_t fore_color = 0;
-  std::wstring caption;
+  std::wstring caption = {};
 };
 
 /// A row without its cells, by value.

@@ -31,7 +31,7 @@ int ColumnSet::add(GridNewColumn&& spec) {
   const int index = count();
   columns_.reserve(columns_.size() + 1);
   order_.reserve(order_.size() + 1);
-  lines_.push_back({.alignment = static_cast<int32_t>(spec.alignment), .caption = {}});
+  lines_.push_back({.alignment = static_cast<int32_t>(spec.alignment)});
   columns_.push_back(std::move(column));
   set_width(index, spec.width + 1.0);
   const int position = spec.position > 0 && spec.position < index + 1 ? spec.position : index;

@@ -10,12 +10,12 @@ namespace kestrelon {
 
 /// What a new column is made of; the defaults are those of the public member.
 struct GridNewColumn {
-  std::wstring heading;
+  std::wstring heading = {};
   double width = 500;  ///< container units; the column gets 1 more
   GridAlignment alignment = GridAlignment::LeftCenter;
   GridDataType type = GridDataType::String;
-  std::wstring format;
-  std::wstring input_filter;
+  std::wstring format = {};
+  std::wstring input_filter = {};
   GridAlignment image_alignment = GridAlignment::LeftCenter;
   bool word_wrap = false;
   int position = 0;  ///< 0, or anything that is no position of another column: last

@@ -124,6 +124,7 @@ class GridStore final : public GridSource {
 
   // Rows.
   int position_of(int row) const;
+  const std::vector<int>& row_order() const { return order_; }
   bool set_row_order(std::vector<int> order);  ///< false, nothing changed, for no permutation
   void restore_row_order();
   void set_row_height(int row, int pixels);
