@@ -64,7 +64,7 @@ add_library(kestrelon_windows STATIC ${windows_sources})
 kestrelon_target(kestrelon_windows)
 add_dependencies(kestrelon_windows contract)
 target_link_libraries(kestrelon_windows PUBLIC kestrelon_portable kestrelon_ids
-  ole32 oleaut32 uuid gdi32 msimg32 comctl32 comdlg32 shell32 shlwapi advapi32 version ws2_32)
+  ole32 oleaut32 uuid gdi32 msimg32 uxtheme comctl32 comdlg32 shell32 shlwapi advapi32 version ws2_32)
 
 # --- resources and manifest ------------------------------------------------------------------------------
 string(REPLACE "." "," version_numbers ${PROJECT_VERSION},0)
