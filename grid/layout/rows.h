@@ -13,6 +13,7 @@ namespace kestrelon::grid_layout {
 /// The rows as the layout sees them. Both searches must not walk over hidden rows one by one.
 class Rows {
  public:
+  virtual ~Rows() = default;
   virtual int32_t count() const = 0;
   /// The first visible row at or behind a position (0 or more); the count when there is none.
   virtual int32_t next_visible(int32_t position) const = 0;
@@ -20,9 +21,6 @@ class Rows {
   virtual int32_t previous_visible(int32_t position) const = 0;
   /// Pixels; what is below 1 counts as 1.
   virtual int32_t height(int32_t position) const = 0;
-
- protected:
-  ~Rows() = default;
 };
 
 /// A row in view.

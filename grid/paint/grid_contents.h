@@ -63,6 +63,7 @@ struct TotalFacts {
 /// row they belong to is painted. Nothing in here may raise events.
 class GridContents {
  public:
+  virtual ~GridContents() = default;
   virtual RowFacts row(int32_t row) const = 0;
   /// Fills an empty record in.
   virtual void cell(int32_t row, int32_t column, CellFacts& facts) const = 0;
@@ -73,9 +74,6 @@ class GridContents {
   virtual std::wstring_view caption() const = 0;
   /// The image that marks a cell whose text does not fit its row; 0 for none.
   virtual int32_t expand_image() const { return 0; }
-
- protected:
-  ~GridContents() = default;
 };
 
 }  // namespace kestrelon::grid_paint

@@ -17,14 +17,12 @@ using grid_layout::PlacedRow;
 /// Where images and pictures come from. Sizes are pixels of the screen.
 class GridPictures {
  public:
+  virtual ~GridPictures() = default;
   /// `image` as a row or a style holds it; empty when there is no such image.
   virtual grid_layout::Size image_size(int32_t image) const = 0;
   virtual void draw_image(HDC dc, int32_t image, const PixelRect& area, bool selected) const = 0;
   virtual grid_layout::Size picture_size(const void* picture) const = 0;
   virtual void draw_picture(HDC dc, const void* picture, const PixelRect& area) const = 0;
-
- protected:
-  ~GridPictures() = default;
 };
 
 struct GridScene {
@@ -33,7 +31,7 @@ struct GridScene {
   const GridContents& contents;
   GridFonts& fonts;
   const GridPictures* pictures = nullptr;
-  PixelRect focus;       ///< the focus mark, empty when it does not show
+  PixelRect focus = {};  ///< the focus mark, empty when it does not show
   int32_t dragged = -1;  ///< position of a heading that follows the mouse
   int dragged_by = 0;    ///< and how far it has gone
 

@@ -14,7 +14,7 @@ using namespace grid_layout;
 using namespace grid_paint;
 
 /// Rows of equal heights, some of them hidden.
-struct PaintRows : Rows {
+struct PaintRows final : Rows {
   int32_t rows = 0;
   int32_t high = 20;
   std::vector<int32_t> heights;  // of the first rows, where they differ
@@ -28,7 +28,7 @@ struct PaintRows : Rows {
 };
 
 /// An order form: text, number, date, check box, bar, button, image, picture, wrapped remark.
-class OrderContents : public GridContents {
+class OrderContents final : public GridContents {
  public:
   RowFacts row(int32_t row) const override;
   void cell(int32_t row, int32_t column, CellFacts& facts) const override;
@@ -44,7 +44,7 @@ class OrderContents : public GridContents {
 };
 
 /// Squares and a wide picture of one colour.
-struct ColorPictures : GridPictures {
+struct ColorPictures final : GridPictures {
   Scale scale;
   Size image_size(int32_t image) const override {
     return image > 2 ? Size{} : Size{scale.px(image == 2 ? 9 : 16), scale.px(image == 2 ? 9 : 16)};
