@@ -5,6 +5,7 @@
 #include "controls/us_animated_image/us_animated_image.h"
 #include "controls/us_button/us_button.h"
 #include "controls/us_check_box/us_check_box.h"
+#include "controls/us_flex_grid/us_flex_grid.h"
 #include "controls/us_image_list/us_image_list.h"
 #include "controls/us_option_button/us_option_button.h"
 #include "controls/us_scroll_bar/us_scroll_bar.h"
@@ -63,6 +64,7 @@ std::span<const ServerClass> server_classes() {
       control<USImageList>(L"Kestrelon: listas de imagens para os controles de um formulário",
                            IDB_TOOLBOX_USIMAGELIST,
                            ControlTraits{}.misc_status | OLEMISC_INVISIBLEATRUNTIME),
+      control<USFlexGrid>(L"Kestrelon: grade de dados", IDB_TOOLBOX_USFLEXGRID),
   };
   return kClasses;
 }
