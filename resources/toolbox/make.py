@@ -119,6 +119,15 @@ def us_list_box(canvas):
 def us_label(canvas):
     canvas.fill(stroke([(2.6, 13.0), (8.0, 1.8), (13.4, 13.0)], 2.0), BORDER, 0, 0, 16, 15)
     canvas.fill(stroke([(4.6, 9.4), (11.4, 9.4)], 1.8), MARK, 0, 0, 16, 15)
+def us_flex_grid(canvas):
+    canvas.rectangle(1, 1, 15, 14, (0xFF, 0xFF, 0xFF))
+    canvas.rectangle(1, 1, 15, 5, vertical((0xF4, 0xF9, 0xFE), (0xB9, 0xD3, 0xEE), 1, 5))
+    canvas.rectangle(2, 8, 14, 11, (0xFD, 0xE6, 0xB8))
+    for row in (5, 8, 11):
+        canvas.rectangle(1, row, 15, row + 1, (0x9C, 0xB8, 0xD8))
+    canvas.rectangle(6, 1, 7, 14, (0x9C, 0xB8, 0xD8))
+    canvas.rectangle(10, 1, 11, 14, (0x9C, 0xB8, 0xD8))
+    canvas.frame(1, 1, 15, 14, BORDER)
 
 
 ICONS = {name: draw for name, draw in list(globals().items()) if name.startswith("us_")}
