@@ -21,7 +21,8 @@ bool USListBox::accessible_item(long child, AccessibleItem& item) const {
   const ItemLook look = look_of(index, {});
   item.role = ROLE_SYSTEM_LISTITEM;
   item.name = self.item_text(index);
-  item.description = decimal_text(child) + L" de " + decimal_text(static_cast<int64_t>(model_.row_count()));
+  item.description =
+      decimal_text(child) + L" de " + decimal_text(static_cast<int64_t>(model_.row_count()));
   if (model_.selectable(index)) item.state |= STATE_SYSTEM_SELECTABLE | STATE_SYSTEM_FOCUSABLE;
   if (look.selected) item.state |= STATE_SYSTEM_SELECTED;
   if (index == model_.current() && focus_within()) item.state |= STATE_SYSTEM_FOCUSED;
