@@ -73,9 +73,9 @@ void USTreeView::pointer_moved(short button, short, float x, float y) {
     return set_hot(pointer_over() ? node_at_point(last_y_) : kNoNode);
   }
   if (AllowDrag.get() == Drag_None || drag_refused_) return;
-  const bool far = std::abs(last_x_ - press_x_) >= GetSystemMetrics(SM_CXDRAG) ||
-                   std::abs(last_y_ - press_y_) >= GetSystemMetrics(SM_CYDRAG);
-  if (!dragging_ && far) begin_drag();
+  const bool moved = std::abs(last_x_ - press_x_) >= GetSystemMetrics(SM_CXDRAG) ||
+                     std::abs(last_y_ - press_y_) >= GetSystemMetrics(SM_CYDRAG);
+  if (!dragging_ && moved) begin_drag();
   if (dragging_) drag_over(last_x_, last_y_);
 }
 
