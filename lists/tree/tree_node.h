@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "lists/list_item.h"
+#include "lists/list_entry.h"
 
 namespace kestrelon {
 
@@ -46,7 +46,7 @@ struct TreeNode {
   uint32_t key_at = 0;
   uint32_t key_hash = 0;
   int32_t data = 0;
-  int32_t image = 0;  ///< as ListItem::image, and the two below; 0 as the first
+  int32_t image = 0;  ///< as ListEntry::image, and the two below; 0 as the first
   int32_t image_selected = 0;
   int32_t image_expanded = 0;
   uint32_t fore_color = kNoColor;
