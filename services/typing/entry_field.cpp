@@ -155,6 +155,7 @@ bool entry_is_empty(std::wstring_view text, const EntrySettings& settings) {
 }
 
 void EntryHistory::changed(const EntryState& before, const EntryState& after, Kind kind) {
+  if (before == after) return;  // a refused key parts nothing
   if (before.text == after.text) {
     end_step();
     return;

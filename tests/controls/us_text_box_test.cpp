@@ -220,7 +220,7 @@ TEST_F(TextBoxTest, RefusesToBeLeftWithAFaultWhenTheHostSaysSo) {
   EXPECT_EQ(GetFocus(), edit(*site_));
   const auto log = take_log(*site_);
   ASSERT_FALSE(log.empty());
-  EXPECT_EQ(log.front(), L"ValidationFailed(529.982.247-26, CPF inv\u00E1lido., False)");
+  EXPECT_EQ(log.front(), L"ValidationFailed(\"529.982.247-26\", \"CPF inv\u00E1lido.\", False)");
   cancel = false;
   focus(*other_);
   pump_for(100);
