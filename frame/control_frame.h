@@ -372,7 +372,10 @@ class ControlFrame : public AutomationObject,
   bool handle_reflected(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result);
   // control_accessible.cpp
   IAccessible* accessible();
-  AccessibleView* accessible_view() override { return this; }
+  AccessibleView* accessible_view() override {
+    about_to_show();  // a control that lays out on demand answers by what it is about to show
+    return this;
+  }
   HWND accessible_window(RECT& place) const override;
   bool accessible_focused() const override { return focus_within_; }
   bool accessible_enabled() const override { return takes_input(); }

@@ -1,4 +1,6 @@
 // The tool bar by real mouse and keys, its records, and handlers that do their worst.
+#include <algorithm>
+
 #include "tests/controls/control_fixture.h"
 
 namespace kestrelon::host {
@@ -8,7 +10,7 @@ using Names = std::vector<std::wstring>;
 
 class ToolBarTest : public ControlTest {
  protected:
-  ToolBarTest() : bar_(place(L"USToolBar", RECT{10, 10, 510, 40})) {}
+  ToolBarTest() : bar_(place(L"USToolBar", RECT{10, 10, 460, 40})) {}
 
   long add(const wchar_t* caption, long style = 0, long type = 0) {
     Variant missing;
@@ -96,11 +98,10 @@ TEST_F(ToolBarTest, ClicksTellNumberKeyAndPlaceInTwips) {
   mouse_away();
   click(2);
   const auto log = take_log(*bar_);
-  std::wstring wanted = L"ButtonClick(2, kAbrir";
+  std::wstring wanted = L"ButtonClick(2, \"kAbrir\"";
   for (const wchar_t* name : {L"ButtonLeft", L"ButtonTop", L"ButtonWidth", L"ButtonHeight"})
     wanted += L", " + to_text(field(name, 2));
-  ASSERT_FALSE(log.empty());
-  EXPECT_EQ(log.back(), wanted + L")");
+  EXPECT_EQ(std::count(log.begin(), log.end(), wanted + L")"), 1);
   click(2);
   EXPECT_EQ(take_names(*bar_), (Names{L"MouseDown", L"MouseUp", L"ButtonClick"}));
 }
@@ -122,7 +123,7 @@ TEST_F(ToolBarTest, ReleasesElsewhereSeparatorsAndDisabledButtonsClickNothing) {
   mouse_click(bar_->window(), middle(1).x, middle(1).y, MouseButton::kRight);
   EXPECT_EQ(clicks(), Names{});
   click(1);
-  EXPECT_EQ(clicks(), Names{L"1, kUm"});
+  EXPECT_EQ(clicks(), Names{L"1, \"kUm\""});
 }
 
 TEST_F(ToolBarTest, CheckButtonsFlipBeforeTheyTell) {
@@ -196,9 +197,9 @@ TEST_F(ToolBarTest, TheKeyboardWalksPastWhatCannotBeChosen) {
   key_press(VK_RETURN);
   key_press(VK_END);
   key_press(VK_RETURN);
-  EXPECT_EQ(clicks(), (Names{L"4, k&Tres", L"1, k&Um", L"4, k&Tres"}));
+  EXPECT_EQ(clicks(), (Names{L"4, \"k&Tres\"", L"1, \"k&Um\"", L"4, \"k&Tres\""}));
   key_chord(VK_MENU, 'U');
-  EXPECT_EQ(clicks(), Names{L"1, k&Um"});
+  EXPECT_EQ(clicks(), Names{L"1, \"k&Um\""});
 }
 
 TEST_F(ToolBarTest, GripperAndEndPanelTellOfTheirClicks) {
@@ -206,7 +207,7 @@ TEST_F(ToolBarTest, GripperAndEndPanelTellOfTheirClicks) {
   take_log(*bar_);
   mouse_click(bar_->window(), 3, 12);
   part_clicks();
-  mouse_click(bar_->window(), 495, 12);
+  mouse_click(bar_->window(), 445, 12);
   EXPECT_EQ(take_names(*bar_), (Names{L"MouseDown", L"MouseUp", L"GripperClick", L"MouseDown",
                                       L"MouseUp", L"EndPanelClick"}));
 }
