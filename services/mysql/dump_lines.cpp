@@ -3,43 +3,19 @@
 #include <filesystem>
 
 #include "base/text.h"
-#include "services/mysql/db_connection.h"
+#include "services/mysql/file_errors.h"
 
 namespace kestrelon {
-namespace {
-
-// The numbers and words by which the hosts' language tells file errors.
-constexpr long kFileNotFound = 53;
-constexpr long kDeviceError = 57;
-constexpr long kDiskFull = 61;
-constexpr long kPathAccess = 75;
-
-}  // namespace
-
-LineWriter::LineWriter(const std::wstring& path)
-    : file_(std::filesystem::path(path), std::ios::binary | std::ios::trunc) {
-  if (!file_) throw DbError(kPathAccess, L"Erro de acesso ao caminho/arquivo: " + path);
-}
 
 void LineWriter::line(std::wstring_view text) {
   bytes(to_ansi(text));
 }
 
 void LineWriter::bytes(std::string_view text) {
-  file_.write(text.data(), static_cast<std::streamsize>(text.size()));
-  file_.write("\r\n", 2);
-  file_.flush();
-  check();
+  target_.write(text);
+  target_.write("\r\n");
+  target_.flush();
   ++count_;
-}
-
-void LineWriter::close() {
-  file_.close();
-  check();
-}
-
-void LineWriter::check() const {
-  if (!file_) throw DbError(kDiskFull, L"Disco cheio ou erro de gravação no arquivo.");
 }
 
 bool LineReader::fill() {
@@ -83,7 +59,7 @@ std::ifstream open_lines(const std::wstring& path, int64_t& length) {
     throw DbError(kFileNotFound, L"Arquivo não encontrado: " + path);
   std::ifstream bytes(file, std::ios::binary);
   length = static_cast<int64_t>(std::filesystem::file_size(file, error));
-  if (!bytes || error) throw DbError(kPathAccess, L"Erro de acesso ao caminho/arquivo: " + path);
+  if (!bytes || error) throw path_access_error(path);
   return bytes;
 }
 
