@@ -102,6 +102,7 @@ void ExactDump::write_head() {
   const std::wstring information = lines_of_comment(options_.additional_information);
   for (const std::wstring_view line : split(information, L"\n"))
     if (!line.empty()) output_.comment(L"Informações adicionais: " + std::wstring(line));
+  output_.comment(L"Cliente do servidor: mariadb --comments base < arquivo");
   output_.line({});
   write_settings();
   write_database();

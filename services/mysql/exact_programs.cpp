@@ -96,6 +96,8 @@ void ExactDump::write_program(const ProgramKind& kind, const std::wstring& name)
   const auto created = connection_.execute(L"SHOW CREATE " + label + L";");
   const std::wstring text = exact_create_text(*created, kind.text_field);
   output_.comment(std::wstring(kind.label) + L": " + quoted);
+  // Some programs can only be dropped in the mode they are of.
+  output_.statement(L"SET SQL_MODE='" + wide_field(*created, L"sql_mode") + L"'");
   output_.statement(L"DROP " + std::wstring(kind.sql) + L" IF EXISTS " + quoted);
   const std::wstring collation = wide_field(*created, L"Database Collation");
   const bool has_own_collation =
@@ -103,7 +105,6 @@ void ExactDump::write_program(const ProgramKind& kind, const std::wstring& name)
   if (has_own_collation) output_.statement(L"ALTER DATABASE COLLATE " + collation);
   const std::wstring zone = wide_field(*created, L"time_zone");
   if (!zone.empty()) output_.statement(L"SET TIME_ZONE='" + zone + L"'");
-  output_.statement(L"SET SQL_MODE='" + wide_field(*created, L"sql_mode") + L"'");
   write_text(*created, text, label);
   output_.statement(L"SET SQL_MODE='" + std::wstring(kExactMode) + L"', TIME_ZONE='+00:00'");
   if (has_own_collation)

@@ -6,6 +6,7 @@
 #include "services/mysql/session_keeper.h"
 #include "services/mysql/sql_splitter.h"
 #include "services/mysql/sql_text.h"
+#include "services/mysql/statement_text.h"
 #include "services/mysql/utf8_text.h"
 
 namespace kestrelon {
@@ -91,14 +92,14 @@ void check_driver(DbConnection& connection) {
                   L"A conexão não transporta todos os caracteres: use um driver com Unicode.");
 }
 
-void run_all(SqlSplitter& splitter, int64_t length, DbConnection& connection,
+void run_all(SqlSplitter& splitter, StatementText& text, int64_t length, DbConnection& connection,
              MaintenanceObserver& observer, bool ignore_error, ScriptOutcome& outcome) {
   std::wstring sql;
   for (std::string_view statement; !outcome.stopped && splitter.next(statement);) {
     observer.progress(length, splitter.position());
     try {
       if (observer.is_cancelled()) throw cancelled_error();
-      from_utf8(statement, sql);
+      text.read(statement, sql);
       observer.command(sql);
       ++outcome.commands;
       connection.execute(sql);
@@ -133,7 +134,8 @@ void restore_sql(const std::wstring& path, std::istream& file, int64_t length, D
   check_driver(connection);
   session->undo_open_work();
   SqlSplitter splitter(file, sql_mode);
-  run_all(splitter, length, connection, observer, ignore_error, outcome);
+  StatementText text(session->executes_immediate());
+  run_all(splitter, text, length, connection, observer, ignore_error, outcome);
   const std::wstring database = session->database();
   session.reset();
   give_back_database(connection, database);

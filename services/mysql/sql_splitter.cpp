@@ -4,6 +4,7 @@
 #include <array>
 
 #include "services/mysql/file_errors.h"
+#include "services/mysql/sql_assignment.h"
 
 namespace kestrelon {
 namespace {
@@ -16,22 +17,10 @@ constexpr char upper(char c) {
   return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
 }
 
-constexpr bool is_word(char c) {
-  return c == '_' || c == '@' || (c >= '0' && c <= '9') || (upper(c) >= 'A' && upper(c) <= 'Z');
-}
-
 // `word` is in upper case.
 bool begins_with(std::string_view text, std::string_view word) {
   return text.size() >= word.size() && std::equal(word.begin(), word.end(), text.begin(),
                                                   [](char w, char c) { return w == upper(c); });
-}
-
-size_t find_word(std::string_view text, std::string_view word, size_t from) {
-  const auto found =
-      std::search(text.begin() + static_cast<std::ptrdiff_t>(from), text.end(), word.begin(),
-                  word.end(), [](char c, char w) { return upper(c) == w; });
-  return found == text.end() ? std::string_view::npos
-                             : static_cast<size_t>(found - text.begin());
 }
 
 // Bytes that need a look inside a statement whose delimiter begins with ';'.
@@ -233,31 +222,9 @@ void SqlSplitter::set_modes(std::string_view modes) {
   no_backslash_escapes_ = find_word(modes, "NO_BACKSLASH_ESCAPES", 0) != std::string_view::npos;
 }
 
-// Assignments of the mode, as "SET sql_mode = 'X'" has them; one from a variable gives back the
-// usual mode. What only reads the mode (@@sql_mode) or keeps it (@saved_sql_mode) is none.
+// A mode that comes out of a variable is the usual one, which the file kept there.
 void SqlSplitter::read_modes(std::string_view statement) {
-  constexpr size_t kMostLength = 4096;
-  constexpr std::string_view kName = "SQL_MODE";
-  if (statement.size() > kMostLength) return;
-  if (!begins_with(statement, "SET") && !statement.starts_with("/*")) return;
-  for (size_t at = 0; (at = find_word(statement, kName, at)) != std::string_view::npos;) {
-    const bool is_assigned = at == 0 || !is_word(statement[at - 1]);
-    at += kName.size();
-    size_t value = at;
-    while (value < statement.size() && (is_blank(statement[value]) || statement[value] == ':'))
-      ++value;
-    if (!is_assigned || value >= statement.size() || statement[value] != '=') continue;
-    ++value;
-    while (value < statement.size() && is_blank(statement[value])) ++value;
-    if (value >= statement.size()) continue;
-    const char quote = statement[value];
-    if (quote != '\'' && quote != '"') {
-      set_modes({});
-      continue;
-    }
-    const size_t end = statement.find(quote, value + 1);
-    if (end != std::string_view::npos) set_modes(statement.substr(value, end - value));
-  }
+  if (const auto modes = assigned_value(statement, "SQL_MODE")) set_modes(*modes);
 }
 
 }  // namespace kestrelon
