@@ -78,8 +78,9 @@ void ExactDump::write_programs(const ProgramKind& kind) {
           is_own_database(wide_field(*list, kind.database_field)))
         names.push_back(wide_field(*list, kind.name_field));
   } catch (const DbError&) {
-    if (kind.is_everywhere) throw;
-    return;  // a server without such programs
+    // Only servers that cannot have such programs may refuse to list them.
+    if (kind.is_everywhere || session_.executes_immediate()) throw;
+    return;
   }
   for (size_t i = 0; i < names.size(); ++i) {
     step(i, names.size());

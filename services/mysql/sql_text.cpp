@@ -134,12 +134,8 @@ bool is_of_database(RecordSet& result, std::wstring_view database, bool names_ha
 }
 
 bool database_names_have_case(DbConnection& connection) {
-  try {
-    const auto row = connection.execute(L"SELECT @@GLOBAL.lower_case_table_names;");
-    return !row->eof() && wide_field(*row, 0) == L"0";
-  } catch (const DbError&) {
-    return false;
-  }
+  const auto row = connection.execute(L"SELECT @@GLOBAL.lower_case_table_names;");
+  return !row->eof() && wide_field(*row, 0) == L"0";
 }
 
 std::wstring position_text(RecordSet& result, int offset) {
