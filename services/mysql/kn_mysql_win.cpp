@@ -75,7 +75,9 @@ class KN_MYSQL::Observer final : public MaintenanceObserver {
   void tell_progress(int64_t max, int64_t value) {
     if (owner_.events().empty()) return;
     VARIANT_BOOL cancel = VARIANT_FALSE;
-    owner_.raise_andamento(long_of(value), long_of(max), cancel);
+    long done = long_of(value);
+    long total = long_of(max);
+    owner_.raise_andamento(done, total, cancel);
     if (cancel != VARIANT_FALSE) owner_.is_cancelled_ = true;
   }
   static long long_of(int64_t number) {

@@ -42,12 +42,13 @@ SqlSplitter::SqlSplitter(std::istream& bytes, std::string_view sql_mode) : bytes
 
 bool SqlSplitter::has(size_t offset) {
   while (at_ + offset >= buffer_.size()) {
+    if (is_read_) return false;
     const size_t size = buffer_.size();
     buffer_.resize(size + kBlock);
     bytes_.read(buffer_.data() + size, kBlock);
     buffer_.resize(size + static_cast<size_t>(bytes_.gcount()));
     if (bytes_.bad()) throw DbError(kDeviceError, L"Erro de leitura no arquivo.");
-    if (buffer_.size() == size) return false;
+    is_read_ = buffer_.size() == size;
   }
   return true;
 }
