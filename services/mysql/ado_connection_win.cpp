@@ -241,8 +241,7 @@ void AdoRecordSet::reopen(IDispatch* connection, std::wstring_view sql) {
 
 }  // namespace
 
-AdoConnection::AdoConnection(IDispatch* connection)
-    : connection_(ComPtr<IDispatch>(connection)) {}
+AdoConnection::AdoConnection(IDispatch* connection) : connection_(ComPtr<IDispatch>(connection)) {}
 
 LateObject& AdoConnection::object() {
   constexpr long kObjectNotSet = 91;

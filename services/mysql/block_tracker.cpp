@@ -42,8 +42,8 @@ bool is_one_of(std::string_view word, const std::array<std::string_view, N>& wor
 
 // Words behind which a statement begins, some of them at the end of a program's head.
 constexpr std::array<std::string_view, 14> kStarters = {
-    "BEGIN", "THEN", "ELSE", "DO", "LOOP", "REPEAT", "SQL", "DETERMINISTIC",
-    "DATA",  "DEFINER", "INVOKER", "ROW", "INT", "TEXT"};
+    "BEGIN",         "THEN", "ELSE",    "DO",      "LOOP", "REPEAT", "SQL",
+    "DETERMINISTIC", "DATA", "DEFINER", "INVOKER", "ROW",  "INT",    "TEXT"};
 constexpr std::array<std::string_view, 3> kLoops = {"LOOP", "WHILE", "REPEAT"};
 
 bool is_line_comment(std::string_view text, size_t at) {

@@ -7,8 +7,8 @@ namespace kestrelon {
 namespace {
 
 constexpr size_t kMostHead = 4096;
-constexpr std::array<std::string_view, 4> kTotals = {": end; tables=", " rows=", " objects=",
-                                                     " statements="};
+constexpr std::array<std::string_view, 4> kTotals = {
+    ": end; tables=", " rows=", " objects=", " statements="};
 constexpr std::string_view kProduct = "-- Kestrelon 2012";
 
 std::string read_at(std::istream& file, std::streamoff from) {
@@ -63,10 +63,9 @@ std::string last_line_of(std::istream& file) {
   file.clear();
   file.seekg(0, std::ios::end);
   const auto size = static_cast<std::streamoff>(file.tellg());
-  std::string tail =
-      read_at(file, size > static_cast<std::streamoff>(kMostHead)
-                        ? size - static_cast<std::streamoff>(kMostHead)
-                        : 0);
+  std::string tail = read_at(file, size > static_cast<std::streamoff>(kMostHead)
+                                       ? size - static_cast<std::streamoff>(kMostHead)
+                                       : 0);
   while (!tail.empty() && static_cast<unsigned char>(tail.back()) <= ' ') tail.pop_back();
   return tail.substr(tail.find_last_of("\r\n") + 1);  // from 0 without a line end
 }

@@ -60,17 +60,17 @@ void read_as_hex(ExactColumn& column, std::wstring bytes, std::string charset) {
 void read_as_text(ExactColumn& column, const Declared& type, std::wstring_view collation,
                   bool has_unicode) {
   const std::wstring charset(collation.substr(0, collation.find(L'_')));
-  const bool is_plain = std::find(kPlainCharsets.begin(), kPlainCharsets.end(), charset) !=
-                            kPlainCharsets.end() ||
-                        charset.empty();
+  const bool is_plain =
+      std::find(kPlainCharsets.begin(), kPlainCharsets.end(), charset) != kPlainCharsets.end() ||
+      charset.empty();
   column.form = Form::kText;
   if (!is_plain)
     read_as_hex(column, L"CAST(" + column.expression + L" AS BINARY)", to_utf8(charset));
   else if (!has_unicode)
     read_as_hex(column, L"CONVERT(" + column.expression + L" USING utf8mb4)", "utf8mb4");
   if (type.word == L"enum")
-    column.may_hold_enum_error = !type.within.starts_with(L"''") &&
-                                 type.within.find(L",''") == std::wstring_view::npos;
+    column.may_hold_enum_error =
+        !type.within.starts_with(L"''") && type.within.find(L",''") == std::wstring_view::npos;
 }
 
 ExactColumn exact_column(std::wstring name, std::wstring_view shown_type,
@@ -94,8 +94,8 @@ ExactColumn exact_column(std::wstring name, std::wstring_view shown_type,
     // A single shows six digits; as a double it shows all of them.
     column.form = Form::kNumber;
     column.expression = L"CAST(CAST(" + column.expression + L" AS DOUBLE) AS CHAR)";
-  } else if (is_one_of(word, {L"char", L"varchar", L"tinytext", L"text", L"mediumtext",
-                              L"longtext", L"enum", L"set", L"json"})) {
+  } else if (is_one_of(word, {L"char", L"varchar", L"tinytext", L"text", L"mediumtext", L"longtext",
+                              L"enum", L"set", L"json"})) {
     read_as_text(column, type, collation, has_unicode);
   } else if (is_one_of(word, {L"date", L"time", L"datetime", L"timestamp", L"inet4", L"inet6",
                               L"uuid"})) {

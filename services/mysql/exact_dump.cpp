@@ -57,8 +57,7 @@ void ExactDump::write() {
   write_views();
   write_programs({L"TRIGGER", L"trigger", L"SHOW TRIGGERS;", L"Trigger", nullptr,
                   L"SQL Original Statement", true});
-  write_programs(
-      {L"EVENT", L"event", L"SHOW EVENTS;", L"Name", L"Db", L"Create Event", true});
+  write_programs({L"EVENT", L"event", L"SHOW EVENTS;", L"Name", L"Db", L"Create Event", true});
   write_end();
 }
 
@@ -73,8 +72,8 @@ void ExactDump::prepare_session() {
   names_have_case_ = database_names_have_case(connection_);
   // Some room is left for what a driver adds.
   constexpr int64_t kMostStatement = 1'000'000;
-  most_statement_ = static_cast<size_t>(
-      std::clamp<int64_t>(session_.most_packet() / 4 * 3, 512, kMostStatement));
+  most_statement_ =
+      static_cast<size_t>(std::clamp<int64_t>(session_.most_packet() / 4 * 3, 512, kMostStatement));
 }
 
 // A transaction that the caller began is not ended; the rows are then those it sees.

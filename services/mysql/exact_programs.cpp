@@ -37,8 +37,8 @@ void ExactDump::write_stand_ins() {
     try {
       const auto shown = connection_.execute(L"SHOW FULL COLUMNS FROM " + quoted + L";");
       for (; !shown->eof(); shown->move_next())
-        columns += (columns.empty() ? L"1 AS " : L", 1 AS ") +
-                   quoted_name(wide_field(*shown, L"Field"));
+        columns +=
+            (columns.empty() ? L"1 AS " : L", 1 AS ") + quoted_name(wide_field(*shown, L"Field"));
     } catch (const DbError&) {
       broken_views_.push_back(name);
       continue;
@@ -74,8 +74,7 @@ void ExactDump::write_programs(const ProgramKind& kind) {
   try {
     const auto list = connection_.execute(kind.list);
     for (; !list->eof(); list->move_next())
-      if (kind.database_field == nullptr ||
-          is_own_database(wide_field(*list, kind.database_field)))
+      if (kind.database_field == nullptr || is_own_database(wide_field(*list, kind.database_field)))
         names.push_back(wide_field(*list, kind.name_field));
   } catch (const DbError&) {
     // Only servers that cannot have such programs may refuse to list them.
@@ -101,8 +100,7 @@ void ExactDump::write_program(const ProgramKind& kind, const std::wstring& name)
   output_.statement(L"SET SQL_MODE='" + wide_field(*created, L"sql_mode") + L"'");
   output_.statement(L"DROP " + std::wstring(kind.sql) + L" IF EXISTS " + quoted);
   const std::wstring collation = wide_field(*created, L"Database Collation");
-  const bool has_own_collation =
-      !collation.empty() && collation != session_.database_collation();
+  const bool has_own_collation = !collation.empty() && collation != session_.database_collation();
   if (has_own_collation) output_.statement(L"ALTER DATABASE COLLATE " + collation);
   const std::wstring zone = wide_field(*created, L"time_zone");
   if (!zone.empty()) output_.statement(L"SET TIME_ZONE='" + zone + L"'");

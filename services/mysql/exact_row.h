@@ -38,8 +38,8 @@ class ExactRow {
  private:
   void append(RecordSet& rows, const SelectedColumn& selected);
   void append_hex(RecordSet& rows, const SelectedColumn& selected);
-  std::string fill_variable(std::string_view literal, const SelectedColumn& selected,
-                            size_t number, size_t limit, ExactOutput& output) const;
+  std::string fill_variable(std::string_view literal, const SelectedColumn& selected, size_t number,
+                            size_t limit, ExactOutput& output) const;
 
   std::vector<SelectedColumn> columns_;
   std::string text_;

@@ -121,9 +121,8 @@ void ExactDump::write_rows(const std::wstring& name, std::unique_ptr<RecordSet> 
   for (const ExactColumn& column : columns)
     names += (names.empty() ? L"" : L",") + quoted_name(column.name);
   std::vector<SelectedColumn> selected;
-  const std::wstring sql =
-      columns.empty() ? L"SELECT 1 FROM " + quoted_name(name) + L";"
-                      : select_of(name, columns, selected);
+  const std::wstring sql = columns.empty() ? L"SELECT 1 FROM " + quoted_name(name) + L";"
+                                           : select_of(name, columns, selected);
   const auto rows = connection_.open_rows(std::move(reuse), sql);
   ExactRow row(std::move(selected));
   copy_rows(*rows, row,
@@ -147,11 +146,10 @@ void ExactDump::copy_rows(RecordSet& rows, ExactRow& row, const std::string& ins
                                            rows.record_count(), static_cast<int64_t>(count))));
     row.read(rows);
     const bool is_long = insert.size() + row.text().size() > most_statement_;
-    if (is_long || row.needs_leniency() ||
-        sql.size() + row.text().size() + 2 > most_statement_)
+    if (is_long || row.needs_leniency() || sql.size() + row.text().size() + 2 > most_statement_)
       write_insert(sql);
-    if (is_long) row.move_long_values(most_statement_ - std::min(insert.size(), most_statement_ / 2),
-                                      output_);
+    if (is_long)
+      row.move_long_values(most_statement_ - std::min(insert.size(), most_statement_ / 2), output_);
     if (row.needs_leniency()) output_.statement(L"SET SQL_MODE='NO_AUTO_VALUE_ON_ZERO'");
     sql += sql.empty() ? insert : ",\n";
     sql += row.text();

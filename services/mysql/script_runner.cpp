@@ -84,8 +84,8 @@ class ToldRestore {
 
   void finish() {
     if (gatherer_.is_gathering())
-      fail(L"O arquivo termina no meio de um comando: o da linha " +
-               std::to_wstring(first_line_) + L".",
+      fail(L"O arquivo termina no meio de um comando: o da linha " + std::to_wstring(first_line_) +
+               L".",
            last_line_);
     else if (is_skipping_)
       unfinished();

@@ -86,7 +86,8 @@ bool SessionKeeper::executes_immediate() const {
   if (find_ignoring_case(version_, L"MariaDB") == std::wstring::npos) return false;
   const auto parts = split(version_, L".");
   const int64_t major = whole_number(std::wstring(parts[0]));
-  return major > 10 || (major == 10 && parts.size() > 1 && whole_number(std::wstring(parts[1])) > 6);
+  return major > 10 ||
+         (major == 10 && parts.size() > 1 && whole_number(std::wstring(parts[1])) > 6);
 }
 
 void SessionKeeper::run_quietly(const std::wstring& sql) noexcept {
@@ -109,8 +110,8 @@ SessionKeeper::~SessionKeeper() {
 bool reads_unicode(DbConnection& connection) {
   std::wstring expected;
   from_utf8(kProbe, expected);
-  const auto row = connection.execute(std::wstring(L"SELECT CONVERT(0x") + kProbeHex +
-                                      L" USING utf8mb4);");
+  const auto row =
+      connection.execute(std::wstring(L"SELECT CONVERT(0x") + kProbeHex + L" USING utf8mb4);");
   return wide_field(*row, 0) == expected;
 }
 

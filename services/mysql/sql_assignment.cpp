@@ -40,11 +40,10 @@ std::string value_at(std::string_view text, size_t at) {
 }  // namespace
 
 size_t find_word(std::string_view text, std::string_view word, size_t from) {
-  const auto found =
-      std::search(text.begin() + static_cast<std::ptrdiff_t>(std::min(from, text.size())),
-                  text.end(), word.begin(), word.end(), [](char c, char w) { return upper(c) == w; });
-  return found == text.end() ? std::string_view::npos
-                             : static_cast<size_t>(found - text.begin());
+  const auto found = std::search(
+      text.begin() + static_cast<std::ptrdiff_t>(std::min(from, text.size())), text.end(),
+      word.begin(), word.end(), [](char c, char w) { return upper(c) == w; });
+  return found == text.end() ? std::string_view::npos : static_cast<size_t>(found - text.begin());
 }
 
 std::optional<std::string> assigned_value(std::string_view statement, std::string_view name) {

@@ -47,10 +47,12 @@ void check_exact(const std::wstring& path, std::istream& file, const std::string
   if (!totals) throw cut_error(path, L"falta a linha final da cópia.");
   const Counted counted = count_statements(file, sql_mode, observer);
   if (counted.is_cut)
-    throw cut_error(path, L"o comando da linha " + std::to_wstring(counted.line) + L" não termina.");
+    throw cut_error(path,
+                    L"o comando da linha " + std::to_wstring(counted.line) + L" não termina.");
   if (counted.statements != totals->statements)
-    throw cut_error(path, L"tem " + std::to_wstring(counted.statements) + L" comandos em lugar de " +
-                              std::to_wstring(totals->statements) + L".");
+    throw cut_error(path, L"tem " + std::to_wstring(counted.statements) +
+                              L" comandos em lugar de " + std::to_wstring(totals->statements) +
+                              L".");
 }
 
 // The server's tool ends its files with a comment, unless it was asked for none at all.
@@ -63,7 +65,8 @@ void check_servers(const std::wstring& path, std::istream& file, const std::stri
     throw cut_error(path, L"falta a linha final da cópia.");
   const Counted counted = count_statements(file, sql_mode, observer);
   if (counted.is_cut)
-    throw cut_error(path, L"o comando da linha " + std::to_wstring(counted.line) + L" não termina.");
+    throw cut_error(path,
+                    L"o comando da linha " + std::to_wstring(counted.line) + L" não termina.");
 }
 
 void give_back_database(DbConnection& connection, const std::wstring& database) {

@@ -56,7 +56,7 @@ class SqlSplitter {
   long line_ = 1;
   std::string delimiter_ = ";";
   int version_comments_ = 0;  // open ones, 0 or 1
-  bool is_read_ = false;  // to the end of the file
+  bool is_read_ = false;      // to the end of the file
   bool is_cut_ = false;
   bool ansi_quotes_ = false;
   bool no_backslash_escapes_ = false;

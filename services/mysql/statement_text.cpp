@@ -141,8 +141,9 @@ void StatementText::read(std::string_view statement, std::wstring& sql) {
     return c == '_' || (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
   });
   if (!executes_immediate_ || !is_name)
-    throw DbError(kBadFormat, L"O comando está em um conjunto de caracteres que a conexão não"
-                              L" transporta.");
+    throw DbError(kBadFormat,
+                  L"O comando está em um conjunto de caracteres que a conexão não"
+                  L" transporta.");
   std::string digits = "EXECUTE IMMEDIATE CONVERT(0x";
   append_hex(digits, statement);
   digits += " USING " + client_ + ")";

@@ -80,16 +80,15 @@ void note_rows(DbConnection& connection, const std::wstring& table, AlterationLo
       const std::wstring column = quoted_name(wide_field(*shown, L"Field"));
       const std::wstring where = L" da tabela " + shown_name;
       if (holds(extra, L"auto_increment")) {
-        const uint64_t zeros = counted(
-            connection, L"SELECT COUNT(*) FROM " + name + L" WHERE " + column + L"=0;");
+        const uint64_t zeros =
+            counted(connection, L"SELECT COUNT(*) FROM " + name + L" WHERE " + column + L"=0;");
         if (zeros > 0)
-          log.altered(L"O zero da coluna " + comment_text(column) + where +
-                          L" volta como um número novo.",
-                      zeros);
+          log.altered(
+              L"O zero da coluna " + comment_text(column) + where + L" volta como um número novo.",
+              zeros);
       } else if (holds(extra, L"INVISIBLE")) {
-        log.altered(
-            L"A coluna invisível " + comment_text(column) + where + L" ficou de fora.",
-            counted(connection, L"SELECT COUNT(" + column + L") FROM " + name + L";"));
+        log.altered(L"A coluna invisível " + comment_text(column) + where + L" ficou de fora.",
+                    counted(connection, L"SELECT COUNT(" + column + L") FROM " + name + L";"));
       } else if (holds(extra, L"VIRTUAL GENERATED") || holds(extra, L"STORED GENERATED") ||
                  holds(extra, L"PERSISTENT")) {
         log.altered(L"A coluna gerada " + comment_text(column) + where +
