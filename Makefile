@@ -10,7 +10,7 @@ FUZZ_SECONDS ?= 60
 scripts := scripts
 trees := native native-release win32 win64
 
-.PHONY: help setup gallery test tidy format fuzz bench clean $(trees)
+.PHONY: help setup gallery test tidy format fuzz bench size clean $(trees)
 
 help: ## this list
 	@awk -F ':.*## ' '/^[a-z0-9 -]+:.*## / { printf "  make %-22s %s\n", $$1, $$2 }' Makefile
@@ -59,6 +59,12 @@ bench: ## benchmarks beside their peers, optimised, 1 core
 	cmake --preset win32
 	cmake --build build/win32 --target bench --parallel $(JOBS)
 	@$(scripts)/bench.sh
+
+size: ## what stands in the 32-bit library, by part; into docs/notes/size.md
+	@$(scripts)/setup.sh build
+	@$(MAKE) --no-print-directory -s build/win32/build.ninja
+	cmake --build --preset win32 --parallel $(JOBS) --target kestrelon2012
+	@$(scripts)/size_table.py build/win32/kestrelon2012.map build/win32/kestrelon2012.ocx --into docs/notes/size.md
 
 clean: ## remove build/
 	@for bits in 32 64; do \

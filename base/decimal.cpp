@@ -1,50 +1,31 @@
 #include "base/decimal.h"
 
-#include <charconv>
+#include <algorithm>
 #include <cmath>
-#include <cstdlib>
+#include <iterator>
+
+#include "base/exact_digits.h"
 
 namespace kestrelon {
 namespace {
 
 constexpr int kSignificantDigits = 15;
 
-// The digits of |value| and how many of them stand before the decimal mark (may be negative).
-struct Digits {
-  std::string text;
-  int whole = 0;
-};
-
-Digits significant_digits(double value) {
-  char buffer[40];
-  const auto end = std::to_chars(buffer, buffer + sizeof buffer, std::fabs(value),
-                                 std::chars_format::scientific, kSignificantDigits - 1);
-  const std::string scientific(buffer, end.ptr);
-  const size_t exponent = scientific.find('e');
-  Digits digits;
-  digits.text = scientific.substr(0, 1) + scientific.substr(2, exponent - 2);
-  digits.whole = std::atoi(scientific.c_str() + exponent + 1) + 1;
-  return digits;
-}
-
-// Keeps the first `count` digits, rounding halves up; a carry out of the front adds a digit.
-void round_to(Digits& digits, int count) {
-  if (count < 0) {
-    digits.text = "0";
-    digits.whole = 1;
-    return;
-  }
-  const auto keep = static_cast<size_t>(count);
-  if (keep >= digits.text.size()) return;
-  bool carry = digits.text[keep] >= '5';
-  digits.text.resize(keep);
-  for (size_t i = keep; carry && i-- > 0;) {
-    carry = digits.text[i] == '9';
-    digits.text[i] = carry ? '0' : static_cast<char>(digits.text[i] + 1);
-  }
-  if (carry) {
-    digits.text.insert(digits.text.begin(), '1');
-    ++digits.whole;
+// Digits whose first has the place 10^exponent become a number of at most `digits` of them.
+void place_mark(std::string& text, int exponent, int digits) {
+  const auto size = static_cast<int>(text.size());
+  if (exponent < -4 || exponent >= digits) {
+    if (size > 1) text.insert(1, ".");
+    const int tens = std::abs(exponent);
+    text += exponent < 0 ? "E-" : "E+";
+    if (tens < 10) text += '0';
+    text += std::to_string(tens);
+  } else if (exponent < 0) {
+    text.insert(0, "0." + std::string(static_cast<size_t>(-exponent - 1), '0'));
+  } else if (exponent + 1 < size) {
+    text.insert(static_cast<size_t>(exponent) + 1, ".");
+  } else {
+    text.append(static_cast<size_t>(exponent + 1 - size), '0');
   }
 }
 
@@ -52,20 +33,67 @@ void round_to(Digits& digits, int count) {
 
 std::wstring format_fixed(double value, int decimals, wchar_t mark) {
   if (!std::isfinite(value)) return {};
-  Digits digits = significant_digits(value);
-  round_to(digits, digits.whole + decimals);
+  DecimalDigits digits = exact_digits(value);
+  digits.round_to_even(kSignificantDigits);
+  digits.round_away(digits.whole + decimals);
   const auto digit_at = [&digits](int place) {  // 0 is the first place after the mark
     const int at = digits.whole + place;
     const bool held = at >= 0 && at < static_cast<int>(digits.text.size());
     return held ? static_cast<wchar_t>(digits.text[static_cast<size_t>(at)]) : L'0';
   };
   std::wstring text;
-  if (std::signbit(value) && digits.text.find_first_not_of('0') != std::string::npos) text = L"-";
+  if (std::signbit(value) && !digits.text.empty()) text = L"-";
   for (int place = digits.whole > 0 ? -digits.whole : -1; place < decimals; ++place) {
     if (place == 0) text += mark;
     text += digit_at(place);
   }
   return text;
+}
+
+std::wstring decimal_text(int64_t value) {
+  wchar_t text[20];
+  wchar_t* at = text + std::size(text);
+  uint64_t left = value < 0 ? 0 - static_cast<uint64_t>(value) : static_cast<uint64_t>(value);
+  do {
+    *--at = static_cast<wchar_t>(L'0' + left % 10);
+    left /= 10;
+  } while (left != 0);
+  if (value < 0) *--at = L'-';
+  return {at, text + std::size(text)};
+}
+
+double rounded_to(double value, int digits) {
+  if (!std::isfinite(value)) return value;
+  DecimalDigits number = exact_digits(value);
+  number.round_to_even(static_cast<size_t>(digits));
+  return std::copysign(nearest_double(number), value);
+}
+
+std::string general_text(double value, int digits) {
+  if (std::isnan(value)) return "nan";
+  if (std::isinf(value)) return value < 0 ? "-inf" : "inf";
+  DecimalDigits number = exact_digits(value);
+  number.round_to_even(static_cast<size_t>(digits));
+  std::string text = number.text.empty() ? "0" : number.text;
+  const int exponent = number.text.empty() ? 0 : number.whole - 1;
+  place_mark(text, exponent, digits);
+  return std::signbit(value) ? "-" + text : text;
+}
+
+std::optional<double> parse_fixed(std::string_view text) {
+  const bool negative = text.starts_with('-');
+  if (negative) text.remove_prefix(1);
+  const size_t mark = std::min(text.find('.'), text.size());
+  DecimalDigits digits;
+  digits.text = text.substr(0, mark);
+  digits.whole = static_cast<int>(mark);
+  if (mark < text.size()) digits.text += text.substr(mark + 1);
+  if (digits.text.empty() || digits.text.find_first_not_of("0123456789") != std::string::npos)
+    return std::nullopt;
+  digits.trim();
+  const double value = nearest_double(digits);
+  if (std::isinf(value)) return std::nullopt;
+  return negative ? -value : value;
 }
 
 }  // namespace kestrelon

@@ -7,6 +7,7 @@
 #include <ctime>
 #include <functional>
 #include <random>
+#include <string_view>
 #include <vector>
 
 #include "imaging/c32bpp_dib.h"
@@ -47,9 +48,19 @@ struct Peer {
   Work work;
 };
 
+// Words of the command line: with any, only rows whose name holds one of them are measured.
+std::vector<std::string_view> wanted;
+
+bool is_wanted(std::string_view name) {
+  return wanted.empty() || std::any_of(wanted.begin(), wanted.end(), [&](std::string_view word) {
+           return name.find(word) != std::string_view::npos;
+         });
+}
+
 // Ours and the peers take turns, so that a slow moment of the machine meets all of them. Medians of
 // CPU time.
 void report(const char* name, double pixels, const Work& ours, const std::vector<Peer>& peers) {
+  if (!is_wanted(name)) return;
   const auto repeats_of = [](const Work& work) {
     work();
     int repeats = 1;
@@ -211,7 +222,8 @@ void rotate(const char* name, bool smooth) {
 
 }  // namespace
 
-int main() {
+int main(int argc, char** argv) {
+  wanted.assign(argv + 1, argv + argc);
   std::printf("row loops: %s\n", kestrelon::row_kernels().name);
   blend("over, 1920x1080", 1920, 1080, 100);
   blend("over at 60 %, 1920x1080", 1920, 1080, 60);

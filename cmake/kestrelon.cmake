@@ -8,6 +8,7 @@ function(kestrelon_glob out half)
     file(GLOB_RECURSE files CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${dir}/*.cpp)
     list(APPEND found ${files})
   endforeach()
+  list(FILTER found EXCLUDE REGEX "_posix\\.cpp$")
   if(half STREQUAL "PORTABLE")
     list(FILTER found EXCLUDE REGEX "_win\\.cpp$")
   endif()
@@ -32,5 +33,14 @@ function(kestrelon_target target)
     # The platform's headers use the old casts, and COM interfaces have no destructors by design.
     target_compile_options(${target} PRIVATE -Wno-old-style-cast -Wno-non-virtual-dtor)
     target_link_options(${target} PUBLIC -static)
+    # What nothing reaches is left out of the library.
+    target_compile_options(${target} PRIVATE -ffunction-sections -fdata-sections)
+  endif()
+endfunction()
+
+# kestrelon_optimize_size(files...): for code that runs once a call, not once a pixel.
+function(kestrelon_optimize_size)
+  if(WIN32)
+    set_property(SOURCE ${ARGN} APPEND PROPERTY COMPILE_OPTIONS -Os)
   endif()
 endfunction()

@@ -58,13 +58,15 @@ add_library(kestrelon_ids STATIC ${GENERATED}/kestrelon2012_i.c)
 target_include_directories(kestrelon_ids SYSTEM PUBLIC ${GENERATED} ${idl_dir})
 
 # --- code ----------------------------------------------------------------------------------------------
-kestrelon_glob(windows_sources WINDOWS base imaging services grid frame controls chrome server)
-list(REMOVE_ITEM windows_sources ${portable_sources} ${CMAKE_SOURCE_DIR}/server/dll_main.cpp)
+kestrelon_glob(windows_sources WINDOWS base imaging services grid lists frame controls chrome server)
+list(REMOVE_ITEM windows_sources ${portable_sources} ${CMAKE_SOURCE_DIR}/server/dll_main.cpp
+  ${CMAKE_SOURCE_DIR}/server/terminate.cpp)
 add_library(kestrelon_windows STATIC ${windows_sources})
+kestrelon_optimize_size(${windows_sources}) # pixels are the portable half's
 kestrelon_target(kestrelon_windows)
 add_dependencies(kestrelon_windows contract)
 target_link_libraries(kestrelon_windows PUBLIC kestrelon_portable kestrelon_ids
-  ole32 oleaut32 uuid gdi32 msimg32 comctl32 comdlg32 shell32 shlwapi advapi32 version ws2_32)
+  ole32 oleaut32 uuid gdi32 msimg32 uxtheme comctl32 comdlg32 shell32 shlwapi advapi32 version ws2_32)
 
 # --- resources and manifest ------------------------------------------------------------------------------
 string(REPLACE "." "," version_numbers ${PROJECT_VERSION},0)
@@ -83,10 +85,12 @@ set_source_files_properties(${kestrelon_rc} PROPERTIES
 enable_language(RC)
 
 # --- the product -----------------------------------------------------------------------------------------
-add_library(kestrelon2012 MODULE server/dll_main.cpp ${kestrelon_rc} server/kestrelon2012.def)
+add_library(kestrelon2012 MODULE server/dll_main.cpp server/terminate.cpp ${kestrelon_rc}
+  server/kestrelon2012.def)
 kestrelon_target(kestrelon2012)
 target_link_libraries(kestrelon2012 PRIVATE kestrelon_windows)
-target_link_options(kestrelon2012 PRIVATE -s -Wl,--enable-stdcall-fixup)
+target_link_options(kestrelon2012 PRIVATE -s -Wl,--enable-stdcall-fixup -Wl,--gc-sections
+  -Wl,-Map,${CMAKE_BINARY_DIR}/kestrelon2012.map) # read by `make size`
 set_target_properties(kestrelon2012 PROPERTIES PREFIX "" SUFFIX ".ocx"
   LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
 add_custom_command(TARGET kestrelon2012 POST_BUILD

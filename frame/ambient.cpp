@@ -4,14 +4,18 @@
 
 namespace kestrelon {
 
-bool Ambient::get(DISPID id, VARTYPE type, Variant& out) const {
+bool Ambient::raw(DISPID id, Variant& out) const {
   if (!source_) return false;
   DISPPARAMS none{};
   if (FAILED(source_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none,
                              out.put(), nullptr, nullptr))) {
     return false;
   }
-  return V_VT(&out) != VT_EMPTY && out.change(type);
+  return V_VT(&out) != VT_EMPTY;
+}
+
+bool Ambient::get(DISPID id, VARTYPE type, Variant& out) const {
+  return raw(id, out) && out.change(type);
 }
 
 bool Ambient::flag(DISPID id, bool fallback) const {
@@ -27,6 +31,16 @@ bool Ambient::display_as_default() const {
 }
 bool Ambient::ui_dead() const {
   return flag(DISPID_AMBIENT_UIDEAD, false);
+}
+
+bool Ambient::right_to_left() const {
+  return flag(DISPID_AMBIENT_RIGHTTOLEFT, false);
+}
+
+LCID Ambient::locale() const {
+  Variant value;
+  return get(DISPID_AMBIENT_LOCALEID, VT_I4, value) ? static_cast<LCID>(V_I4(&value))
+                                                    : GetUserDefaultLCID();
 }
 
 std::wstring Ambient::display_name() const {

@@ -4,12 +4,17 @@
 #include "frame/about.h"
 #include "frame/himetric.h"
 #include "frame/platform.h"
+#include "frame/screen.h"
+#include "frame/translate_color.h"
 
 namespace kestrelon {
 
 ControlFrame::ControlFrame(const ControlTraits& traits)
-    : traits_(traits), notify_point_(*this, IID_IPropertyNotifySink) {
+    : BrowseFace(static_cast<AutomationObject&>(*this)),
+      traits_(traits),
+      notify_point_(*this, IID_IPropertyNotifySink) {
   if (traits.acts_like_button) traits_.misc_status |= OLEMISC_ACTSLIKEBUTTON;
+  AccessibleName.saved_when([this] { return !AccessibleName.get().empty(); });
   width_ = static_cast<int>(traits.initial_pixels.cx);
   height_ = static_cast<int>(traits.initial_pixels.cy);
   extent_ = to_himetric(width_, height_);
@@ -22,6 +27,7 @@ ControlFrame::~ControlFrame() {
 void ControlFrame::on_final_release() {
   if (in_place_active_) InPlaceDeactivate();
   if (drop_target_) drop_target_->detach();
+  if (accessible_) accessible_->detach();
   interception_.sc_Terminate();
   if (!terminated_) {
     terminated_ = true;
@@ -47,6 +53,8 @@ void* ControlFrame::find_interface(REFIID iid) {
   if (iid == IID_ISpecifyPropertyPages) return static_cast<ISpecifyPropertyPages*>(this);
   if (iid == IID_IPerPropertyBrowsing) return static_cast<IPerPropertyBrowsing*>(this);
   if (iid == IID_IQuickActivate) return static_cast<IQuickActivate*>(this);
+  // Not the control's identity: readers may keep it when the control is gone.
+  if (iid == IID_IAccessible) return accessible();
   return AutomationObject::find_interface(iid);
 }
 
@@ -89,6 +97,14 @@ void ControlFrame::invalidate() {
   }
 }
 
+void ControlFrame::invalidate(const RECT& part) {
+  if (window_ != nullptr) {
+    InvalidateRect(window_, &part, FALSE);
+  } else {
+    invalidate();
+  }
+}
+
 void ControlFrame::update_now() {
   if (window_ != nullptr) {
     UpdateWindow(window_);
@@ -97,22 +113,6 @@ void ControlFrame::update_now() {
   HWND container = nullptr;
   if (windowless_site_ && in_place_site_ && SUCCEEDED(in_place_site_->GetWindow(&container)))
     RedrawWindow(container, &place_, nullptr, RDW_UPDATENOW | RDW_NOCHILDREN);
-}
-
-void ControlFrame::send_tab(bool backwards) {
-  INPUT keys[4]{};
-  UINT count = 0;
-  const auto key = [&](WORD code, DWORD flags) {
-    keys[count].type = INPUT_KEYBOARD;
-    keys[count].ki.wVk = code;
-    keys[count].ki.wScan = static_cast<WORD>(MapVirtualKeyW(code, 0));
-    keys[count++].ki.dwFlags = flags;
-  };
-  if (backwards) key(VK_SHIFT, 0);
-  key(VK_TAB, 0);
-  key(VK_TAB, KEYEVENTF_KEYUP);
-  if (backwards) key(VK_SHIFT, KEYEVENTF_KEYUP);
-  SendInput(count, keys, sizeof(INPUT));
 }
 
 void ControlFrame::set_access_keys(std::wstring keys) {
@@ -146,7 +146,10 @@ void ControlFrame::release_mouse() {
 bool ControlFrame::pointer_over_window() const {
   POINT point{};
   if (!GetCursorPos(&point)) return false;
-  if (!windowless_) return window_ != nullptr && WindowFromPoint(point) == window_;
+  if (!windowless_) {
+    const HWND under = WindowFromPoint(point);
+    return window_ != nullptr && (under == window_ || (!inner_windows_.empty() && holds(under)));
+  }
   HWND container = nullptr;
   if (!in_place_site_ || FAILED(in_place_site_->GetWindow(&container)) ||
       WindowFromPoint(point) != container)
@@ -156,14 +159,14 @@ bool ControlFrame::pointer_over_window() const {
 }
 
 void ControlFrame::track_leave() {
-  if (!windowless_) return TrackMouseLeave(window_);
+  if (!windowless_ && inner_windows_.empty()) return TrackMouseLeave(window_);
   // Short enough to look immediate, long enough to cost nothing. A pointer that moves within the
   // control without a word from the container is over something that covers it.
   constexpr UINT kInterval = 50;
   leave_watch_.start(kInterval, [this] {
     POINT point{};
     GetCursorPos(&point);
-    const bool told = point.x == last_move_.x && point.y == last_move_.y;
+    const bool told = !windowless_ || (point.x == last_move_.x && point.y == last_move_.y);
     if (!told || !pointer_over_window()) report_leave();
   });
 }
@@ -177,6 +180,17 @@ void ControlFrame::report_leave() {
 void ControlFrame::apply_enabled() {
   const Property<bool>* const enabled = enabled_property();
   if (enabled != nullptr && window_ != nullptr) EnableWindow(window_, enabled->get());
+}
+
+void ControlFrame::assign_theme(ThemeTable table, long number) {
+  apply_theme(table, static_cast<int32_t>(number), [this](const wchar_t* name, uint32_t value) {
+    for (PropertyBase* const property : properties())
+      if (wcscmp(property->name(), name) == 0) property->put_number(value);
+  });
+}
+
+COLORREF ControlFrame::shown_color(OLE_COLOR color, int role) {
+  return high_contrast() ? GetSysColor(role) : TranslateColor(color);
 }
 
 }  // namespace kestrelon

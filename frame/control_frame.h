@@ -13,8 +13,13 @@
 #include "base/automation_win.h"
 
 #include "base/property_stream.h"
+#include "frame/accessible/accessible_object.h"
 #include "frame/ambient.h"
 #include "frame/drag_drop/drop_target.h"
+#include "frame/face/browse_face.h"
+#include "frame/inner/inner_window.h"
+#include "frame/kit/scale.h"
+#include "frame/kit/theme.h"
 #include "frame/private_timer.h"
 #include "frame/property_objects.h"
 #include "frame/self_sub.h"
@@ -23,7 +28,8 @@
 namespace kestrelon {
 
 /// A registered window message; a control's window answers the number of times it has been drawn
-/// anew. What shows a change of state must cost one drawing, and what shows none no drawing.
+/// anew, and with a wParam of 1 that of drawings of a part. What shows a change of state must cost
+/// one drawing, and what shows none no drawing.
 inline constexpr wchar_t kFullRepaintsMessage[] = L"Kestrelon2012.FullRepaints";
 
 /// How a class of controls presents itself to containers.
@@ -37,6 +43,9 @@ struct ControlTraits {
 
 class ControlFrame : public AutomationObject,
                      public PropertyOwner,
+                     public InnerWindowHost,
+                     public AccessibleView,
+                     private AccessibleHost,
                      private SelfSubOwner,
                      private DropListener,
                      public IOleObject,
@@ -47,11 +56,13 @@ class ControlFrame : public AutomationObject,
                      public IPersistStreamInit,
                      public IPersistStorage,
                      public IPersistPropertyBag,
-                     public ISpecifyPropertyPages,
-                     public IPerPropertyBrowsing,
+                     public BrowseFace,
                      public IQuickActivate {
  public:
   explicit ControlFrame(const ControlTraits& traits);
+
+  /// What screen readers call the control; empty: its caption. Saved only where it is set.
+  Property<std::wstring> AccessibleName{*this, L"AccessibleName", L"", &ControlFrame::name_changed};
 
   // Members every control has; the glue finds them by name.
   void about();
@@ -146,16 +157,13 @@ class ControlFrame : public AutomationObject,
   STDMETHODIMP HandsOffStorage() override { return S_OK; }
   STDMETHODIMP Load(IPropertyBag* bag, IErrorLog* log) override;
   STDMETHODIMP Save(IPropertyBag* bag, BOOL clear_dirty, BOOL save_all) override;
-  // ISpecifyPropertyPages, IPerPropertyBrowsing
-  STDMETHODIMP GetPages(CAUUID* pages) override;
-  STDMETHODIMP GetDisplayString(DISPID, BSTR*) override { return S_FALSE; }
-  STDMETHODIMP MapPropertyToPage(DISPID id, CLSID* page) override;
-  STDMETHODIMP GetPredefinedStrings(DISPID, CALPOLESTR*, CADWORD*) override { return E_NOTIMPL; }
-  STDMETHODIMP GetPredefinedValue(DISPID, DWORD, VARIANT*) override { return E_NOTIMPL; }
   // IQuickActivate
   STDMETHODIMP QuickActivate(QACONTAINER* container, QACONTROL* control) override;
   STDMETHODIMP SetContentExtent(LPSIZEL size) override { return SetExtent(DVASPECT_CONTENT, size); }
   STDMETHODIMP GetContentExtent(LPSIZEL size) override { return GetExtent(DVASPECT_CONTENT, size); }
+
+  /// Loads from nothing, as an empty bag would: for a control inside another.
+  void load_defaults() { load_payload({}); }
 
   // PropertyOwner
   void property_changed(const wchar_t* name) override;
@@ -170,6 +178,8 @@ class ControlFrame : public AutomationObject,
   virtual void init_properties() {}
   virtual void properties_read() {}
   virtual void resized() {}
+  /// The scale of the window has changed; before the resized() that follows.
+  virtual void rescaled() {}
   virtual void shown() {}
   virtual void hidden() {}
   virtual void ambient_changed(DISPID) {}
@@ -185,9 +195,24 @@ class ControlFrame : public AutomationObject,
   virtual void mouse_up(short /*button*/, short /*shift*/, float /*x*/, float /*y*/) {}
   virtual void click() {}
   virtual void double_click() {}
-  virtual void key_down(short /*key*/, short /*shift*/) {}
-  virtual void key_press(short /*character*/) {}
-  virtual void key_up(short /*key*/, short /*shift*/) {}
+  /// Keys, an inner window's too. A control goes on with what its host's handlers have left in the
+  /// arguments; 0 ends the key, and an inner window does not get it.
+  virtual void key_down(short& /*key*/, short& /*shift*/) {}
+  /// `character` is a UTF-16 unit.
+  virtual void key_press(short& /*character*/) {}
+  virtual void key_up(short& /*key*/, short& /*shift*/) {}
+  /// The wheel over the control or while it has the focus; `delta` in 120ths of a notch, away from
+  /// the user or to the right positive. True when the control has used it.
+  virtual bool mouse_wheel(bool /*horizontal*/, int /*delta*/, short /*shift*/) { return false; }
+  /// Whether the control keeps a key that containers and dialogs would take: arrows, Tab, Enter,
+  /// Escape ... Where that depends on its state, it calls key_wishes_changed() when it changes.
+  virtual bool wants_key(int key, short /*shift*/) const {
+    return key >= VK_LEFT && key <= VK_DOWN;
+  }
+  /// Whether characters are for the control, or else may serve as access keys of a dialog.
+  virtual bool wants_characters() const { return false; }
+  /// The inner window that the focus belongs to when the control gets it; null: the control's own.
+  virtual HWND focus_target() { return nullptr; }
   virtual void got_focus() {}
   virtual void lost_focus() {}
   virtual void access_key_press(short /*key*/) {}
@@ -210,6 +235,13 @@ class ControlFrame : public AutomationObject,
   virtual void raise_key_down(short&, short&) {}
   virtual void raise_key_press(short&) {}
   virtual void raise_key_up(short&, short&) {}
+
+  /// Tells screen readers about the control itself: role, state beside what the frame knows, value,
+  /// default action, and a name unless the program has given one (name_after() takes a caption). A
+  /// control with items overrides more of AccessibleView.
+  virtual void describe(AccessibleItem&) const {}
+  static void name_after(AccessibleItem& item, const std::wstring& caption);
+  bool accessible_item(long child, AccessibleItem& item) const override;
 
   /// The colour whose pixels let through what lies behind, or CLR_INVALID for an opaque control.
   virtual COLORREF mask_colour() const { return CLR_INVALID; }
@@ -241,19 +273,32 @@ class ControlFrame : public AutomationObject,
   Surface& surface() { return surface_; }
   HWND window() const { return window_; }
   bool windowless() const { return windowless_; }
+  /// The client area in pixels: what borders and scroll bars of its window leave.
   int width() const { return width_; }
   int height() const { return height_; }
+  /// The scale of the window the control is drawn for. A change comes as resized().
+  Scale scale() const { return scale_; }
+  /// Reading order of the container, right to left.
+  bool right_to_left() const { return ambient_.right_to_left(); }
+  /// The focus is on the control or a window in it.
+  bool focus_within() const { return focus_within_; }
+  /// Whether a window is the control's or lies in it.
+  bool holds(HWND window) const;
   bool user_mode() const { return user_mode_; }
   bool properties_were_read() const { return was_read_; }
   /// To be called when the surface has been drawn anew: shapes the window and shows it at the next
   /// paint.
   void surface_changed();
+  /// The same for a part of the surface, of a control that has a rectangular window.
+  void surface_changed(const RECT& part);
   void surface_drawn() { ++full_repaints_; }
   void invalidate();
+  void invalidate(const RECT& part);
   /// Shows at once what has been drawn.
   void update_now();
   /// Keys that move the focus in the container, as the user would press them.
   void send_tab(bool backwards);
+  void key_wishes_changed();
   void set_access_keys(std::wstring keys);
   bool has_capture() const;
   void capture_mouse();
@@ -267,6 +312,13 @@ class ControlFrame : public AutomationObject,
   bool pointer_over_window() const;
   /// Asks for one WM_MOUSELEAVE at window_message_after() when the pointer leaves.
   void track_leave();
+  /// Gives the properties of a theme's table their values, each through its own setter. The
+  /// control draws once, at the end, if its repainting can wait that long.
+  void assign_theme(ThemeTable table, long number);
+  /// A colour property as it is drawn: in high contrast the system's colour of a role (COLOR_...).
+  static COLORREF shown_color(OLE_COLOR color, int role);
+  /// Tells screen readers of a change (EVENT_OBJECT_...), if any listens.
+  void tell_readers(DWORD event, long child = CHILDID_SELF) const;
   /// To be called when takes_drops() has changed.
   void apply_drops();
   void apply_enabled();
@@ -278,6 +330,7 @@ class ControlFrame : public AutomationObject,
   void raise(DISPID event, std::initializer_list<VARIANT> arguments) override;
 
  private:
+  HRESULT show_pages(HWND parent);
   // control_inplace.cpp
   HRESULT activate(LONG verb, MSG* message);
   HRESULT activate_in_place();
@@ -292,8 +345,37 @@ class ControlFrame : public AutomationObject,
   LRESULT dispatch_message(UINT message, WPARAM wparam, LPARAM lparam);
   bool handle_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result);
   bool handle_mouse(UINT message, WPARAM wparam, LPARAM lparam);
+  bool handle_wheel(UINT message, WPARAM wparam);
+  bool handle_life(UINT message, WPARAM wparam, LPARAM lparam);
+  bool handle_query(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result);
+  void rescale();
+  // control_keys.cpp
   bool handle_key(UINT message, WPARAM wparam);
-  void handle_focus(bool gained);
+  void handle_focus(bool gained, HWND other);
+  bool keeps_key(int key);
+  LRESULT dialog_code(const MSG* key);
+  // control_inner.cpp
+  HWND host_window() const override { return window_; }
+  AutomationObject& host_object() override { return *this; }
+  void inner_added(InnerWindow& window) override;
+  void inner_removed(InnerWindow& window) override;
+  void inner_focus(bool gained, HWND other) override;
+  bool inner_key(UINT message, WPARAM& wparam) override;
+  void inner_mouse(UINT message, WPARAM wparam, POINT point) override;
+  bool inner_wants_key(int key) override { return keeps_key(key); }
+  InnerWindow* inner_of(HWND window) const;
+  bool handle_reflected(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result);
+  // control_accessible.cpp
+  IAccessible* accessible();
+  AccessibleView* accessible_view() override { return this; }
+  HWND accessible_window(RECT& place) const override;
+  bool accessible_focused() const override { return focus_within_; }
+  bool accessible_enabled() const override { return takes_input(); }
+  void accessible_take_focus() override { grab_focus(); }
+  IUnknown* accessible_life() override { return own_unknown(); }
+  bool answer_readers(WPARAM wparam, LPARAM lparam, LRESULT& result);
+  void name_changed() { tell_readers(EVENT_OBJECT_NAMECHANGE); }
+  // control_mouse.cpp
   bool set_cursor();
   HCURSOR own_cursor();
   void paint_window();
@@ -313,7 +395,7 @@ class ControlFrame : public AutomationObject,
   void run_init_properties();
   /// For containers that neither load a control nor tell it that it is new before they show it.
   void ensure_initialised();
-  void read_properties(IPropertyBag& bag, IErrorLog* log);
+  void read_properties(BagReader& bag);
   HRESULT load_payload(std::span<const uint8_t> payload);
   std::vector<PropertyRecord> records() const;
 
@@ -331,6 +413,7 @@ class ControlFrame : public AutomationObject,
   DWORD view_aspects_ = 0;
   DWORD view_flags_ = 0;
 
+  ComPtr<AccessibleObject> accessible_;
   ComPtr<DropTarget> drop_target_;
   bool drops_registered_ = false;
   cSelfSub interception_;
@@ -345,6 +428,9 @@ class ControlFrame : public AutomationObject,
   PrivateTimer leave_watch_;  // without a window no one tells of the pointer's leaving
   POINT last_move_{};         // where the container last sent the pointer to us; screen
   LONG full_repaints_ = 0;    // drawings of the whole surface, for those who ask by message
+  LONG part_repaints_ = 0;
+  std::vector<InnerWindow*> inner_windows_;
+  Scale scale_;
   int freeze_count_ = 0;
   short buttons_down_ = 0;
 
@@ -359,6 +445,8 @@ class ControlFrame : public AutomationObject,
   bool windowless_ = false;
   bool visible_ = false;
   bool click_pending_ = false;
+  bool focus_within_ = false;
+  bool in_inner_mouse_ = false;
   bool terminated_ = false;
   bool shaped_ = false;   // the window has the shape of its mask
   bool clipped_ = false;  // the window is cut to what the container shows

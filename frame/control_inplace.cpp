@@ -2,10 +2,11 @@
 #include "frame/about.h"
 #include "frame/control_frame.h"
 #include "frame/himetric.h"
+#include "frame/screen.h"
 
 namespace kestrelon {
 
-STDMETHODIMP ControlFrame::DoVerb(LONG verb, MSG* message, IOleClientSite*, LONG, HWND,
+STDMETHODIMP ControlFrame::DoVerb(LONG verb, MSG* message, IOleClientSite*, LONG, HWND parent,
                                   LPCRECT place) {
   return call([&]() -> HRESULT {
     switch (verb) {
@@ -21,6 +22,9 @@ STDMETHODIMP ControlFrame::DoVerb(LONG verb, MSG* message, IOleClientSite*, LONG
         return S_OK;
       case OLEIVERB_DISCARDUNDOSTATE:
         return S_OK;
+      case kPropertiesVerb:
+      case OLEIVERB_PROPERTIES:
+        return show_pages(parent);
       case kAboutVerb:
         about();
         return S_OK;
@@ -83,6 +87,7 @@ HRESULT ControlFrame::activate_in_place() {
   }
   SetObjectRects(&place, &clip);
   if (windowless_) {
+    scale_ = window_scale(parent);
     visible_ = true;
     shown();
   }
@@ -175,6 +180,9 @@ STDMETHODIMP ControlFrame::SetObjectRects(LPCRECT place, LPCRECT clip) {
           clipped_ = false;
         }
       }
+      RECT client{};
+      GetClientRect(window_, &client);
+      return set_size(static_cast<int>(client.right), static_cast<int>(client.bottom));
     }
     set_size(width, height);
   });
@@ -209,26 +217,6 @@ STDMETHODIMP ControlFrame::OnWindowMessage(UINT message, WPARAM wparam, LPARAM l
   } catch (...) {
     return E_FAIL;
   }
-}
-
-STDMETHODIMP ControlFrame::TranslateAccelerator(MSG* message) {
-  if (message == nullptr) return E_POINTER;
-  return call([&]() -> HRESULT {
-    // Arrow keys are the control's own; a dialog would take them to move the focus.
-    if ((message->message == WM_KEYDOWN || message->message == WM_KEYUP) &&
-        message->wParam >= VK_LEFT && message->wParam <= VK_DOWN && message->hwnd == window_ &&
-        window_ != nullptr) {
-      SendMessageW(window_, message->message, message->wParam, message->lParam);
-      return S_OK;
-    }
-    const ComPtr<IOleControlSite> site = control_site_;
-    if (!site) return S_FALSE;
-    DWORD modifiers = 0;
-    if (GetKeyState(VK_SHIFT) < 0) modifiers |= 1;
-    if (GetKeyState(VK_CONTROL) < 0) modifiers |= 2;
-    if (GetKeyState(VK_MENU) < 0) modifiers |= 4;
-    return site->TranslateAccelerator(message, modifiers);
-  });
 }
 
 void ControlFrame::request_size(int width, int height) {

@@ -1,8 +1,9 @@
-// IOleObject, IOleControl, IQuickActivate and what designers browse.
+// IOleObject, IOleControl, IQuickActivate.
 #include <array>
 #include <string_view>
 
 #include "frame/control_frame.h"
+#include "frame/face/task_memory.h"
 #include "frame/himetric.h"
 
 namespace kestrelon {
@@ -38,13 +39,25 @@ STDMETHODIMP ControlFrame::EnumVerbs(IEnumOLEVERB** out) {
   return OleRegEnumVerbs(class_info().clsid, out);
 }
 
+// The container's own frame for pages where it has one, else the system's.
+HRESULT ControlFrame::show_pages(HWND parent) {
+  const ComPtr<IOleControlSite> site = control_site_;
+  if (site && site->ShowPropertyFrame() == S_OK) return S_OK;
+  CAUUID pages{};
+  const HRESULT hr = GetPages(&pages);
+  if (FAILED(hr)) return hr;
+  IUnknown* object = own_unknown();
+  const HRESULT shown =
+      OleCreatePropertyFrame(parent != nullptr ? parent : window_, 0, 0, class_info().name, 1,
+                             &object, pages.cElems, pages.pElems, ambient_.locale(), 0, nullptr);
+  CoTaskMemFree(pages.pElems);
+  return shown;
+}
+
 STDMETHODIMP ControlFrame::GetUserType(DWORD, LPOLESTR* out) {
   if (out == nullptr) return E_POINTER;
-  const std::wstring_view name = class_info().name;
-  *out = static_cast<LPOLESTR>(CoTaskMemAlloc((name.size() + 1) * sizeof(wchar_t)));
-  if (*out == nullptr) return E_OUTOFMEMORY;
-  (*out)[name.copy(*out, name.size())] = L'\0';
-  return S_OK;
+  *out = task_text(class_info().name);
+  return *out != nullptr ? S_OK : E_OUTOFMEMORY;
 }
 
 STDMETHODIMP ControlFrame::SetExtent(DWORD aspect, SIZEL* size) {
@@ -98,6 +111,8 @@ STDMETHODIMP ControlFrame::GetControlInfo(CONTROLINFO* info) {
   info->hAccel = nullptr;
   info->cAccel = 0;
   info->dwFlags = 0;
+  if (wants_key(VK_RETURN, 0)) info->dwFlags |= CTRLINFO_EATS_RETURN;
+  if (wants_key(VK_ESCAPE, 0)) info->dwFlags |= CTRLINFO_EATS_ESCAPE;
   if (access_keys_.empty()) return S_OK;
   // Containers match either the character or the virtual key; both are offered.
   std::vector<ACCEL> keys;
@@ -133,79 +148,6 @@ STDMETHODIMP ControlFrame::FreezeEvents(BOOL freeze) {
   freeze_count_ += freeze ? 1 : -1;
   if (freeze_count_ < 0) freeze_count_ = 0;
   return S_OK;
-}
-
-namespace {
-
-// The system's pages by the type of a property.
-const CLSID* stock_page(std::wstring_view type) {
-  if (type == L"OLE_COLOR") return &CLSID_CColorPropPage;
-  if (type == L"IFontDisp") return &CLSID_CFontPropPage;
-  if (type == L"IPictureDisp") return &CLSID_CPicturePropPage;
-  return nullptr;
-}
-
-std::wstring type_name(ITypeInfo& info, const TYPEDESC& type) {
-  const TYPEDESC* inner = &type;
-  while (inner->vt == VT_PTR) inner = inner->lptdesc;
-  if (inner->vt != VT_USERDEFINED) return {};
-  ComPtr<ITypeInfo> referred;
-  if (FAILED(info.GetRefTypeInfo(inner->hreftype, referred.put()))) return {};
-  Bstr name;
-  referred->GetDocumentation(MEMBERID_NIL, name.put(), nullptr, nullptr, nullptr);
-  return std::wstring(name.view());
-}
-
-// Calls visit(id, page) for each readable property that has a stock page.
-template <class Visit>
-void visit_pages(const IID& interface_id, Visit visit) {
-  const auto info = type_info(interface_id);
-  TYPEATTR* attributes = nullptr;
-  if (!info || FAILED(info->GetTypeAttr(&attributes))) return;
-  for (UINT i = 0; i < attributes->cFuncs; ++i) {
-    FUNCDESC* function = nullptr;
-    if (FAILED(info->GetFuncDesc(i, &function))) continue;
-    if (function->invkind == INVOKE_PROPERTYGET) {
-      // The stored form of a dual interface has the result as its last argument.
-      const TYPEDESC& type = function->cParams > 0
-                                 ? function->lprgelemdescParam[function->cParams - 1].tdesc
-                                 : function->elemdescFunc.tdesc;
-      if (const CLSID* page = stock_page(type_name(*info.get(), type)))
-        visit(function->memid, *page);
-    }
-    info->ReleaseFuncDesc(function);
-  }
-  info->ReleaseTypeAttr(attributes);
-}
-
-}  // namespace
-
-STDMETHODIMP ControlFrame::GetPages(CAUUID* pages) {
-  if (pages == nullptr) return E_POINTER;
-  return call([&]() -> HRESULT {
-    std::vector<CLSID> found;
-    visit_pages(class_info().interface_id, [&](DISPID, const CLSID& page) {
-      for (const CLSID& known : found)
-        if (known == page) return;
-      found.push_back(page);
-    });
-    pages->cElems = static_cast<ULONG>(found.size());
-    pages->pElems = static_cast<GUID*>(CoTaskMemAlloc((found.size() + 1) * sizeof(GUID)));
-    if (pages->pElems == nullptr) return E_OUTOFMEMORY;
-    std::copy(found.begin(), found.end(), pages->pElems);
-    return S_OK;
-  });
-}
-
-STDMETHODIMP ControlFrame::MapPropertyToPage(DISPID id, CLSID* page) {
-  if (page == nullptr) return E_POINTER;
-  *page = CLSID_NULL;
-  return call([&]() -> HRESULT {
-    visit_pages(class_info().interface_id, [&](DISPID property, const CLSID& found) {
-      if (property == id) *page = found;
-    });
-    return *page == CLSID_NULL ? PERPROP_E_NOPAGEAVAILABLE : S_OK;
-  });
 }
 
 STDMETHODIMP ControlFrame::QuickActivate(QACONTAINER* container, QACONTROL* control) {

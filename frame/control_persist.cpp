@@ -9,35 +9,68 @@ namespace {
 
 constexpr wchar_t kStorageStream[] = L"Contents";
 
-// The records of a stream seen as a property bag, so that there is one way of reading.
-class RecordBag final : public IPropertyBag {
+// A container's bag.
+class ContainerReader final : public BagReader {
  public:
-  explicit RecordBag(std::vector<PropertyRecord> records) : records_(std::move(records)) {}
-  // Lives on the stack of the load that uses it.
-  STDMETHODIMP QueryInterface(REFIID iid, void** out) override {
-    if (out == nullptr) return E_POINTER;
-    *out = iid == IID_IUnknown || iid == IID_IPropertyBag ? this : nullptr;
-    return *out != nullptr ? S_OK : E_NOINTERFACE;
+  ContainerReader(IPropertyBag& bag, IErrorLog* log) : bag_(bag), log_(log) {}
+  bool read(const std::wstring& key, Variant& value) override {
+    return SUCCEEDED(bag_.Read(key.c_str(), &value, log_));
   }
-  STDMETHODIMP_(ULONG) AddRef() override { return 2; }
-  STDMETHODIMP_(ULONG) Release() override { return 1; }
-  STDMETHODIMP Read(LPCOLESTR key, VARIANT* value, IErrorLog*) override {
-    if (key == nullptr || value == nullptr) return E_POINTER;
-    return guarded(IID_IPropertyBag, [&]() -> HRESULT {
-      for (const PropertyRecord& record : records_) {
-        if (record.key != key) continue;
-        Variant found = from_record(record);
-        VariantClear(value);
-        std::swap(*value, static_cast<VARIANT&>(found));
-        return V_VT(value) == VT_EMPTY ? E_FAIL : S_OK;
-      }
-      return E_INVALIDARG;
-    });
-  }
-  STDMETHODIMP Write(LPCOLESTR, VARIANT*) override { return E_NOTIMPL; }
 
  private:
+  IPropertyBag& bag_;
+  IErrorLog* log_;
+};
+
+class ContainerWriter final : public BagWriter {
+ public:
+  explicit ContainerWriter(IPropertyBag& bag) : bag_(bag) {}
+  void write(const std::wstring& key, const Variant& value) override {
+    Variant copy = value;
+    const HRESULT hr = bag_.Write(key.c_str(), &copy);
+    if (FAILED(hr)) throw ComError(hr);
+  }
+
+ private:
+  IPropertyBag& bag_;
+};
+
+// The records of a stream, so that there is one way of reading.
+class RecordReader final : public BagReader {
+ public:
+  explicit RecordReader(std::vector<PropertyRecord> records) : records_(std::move(records)) {}
+  bool read(const std::wstring& key, Variant& value) override {
+    const PropertyRecord* const record = find(key);
+    if (record == nullptr) return false;
+    Variant found = from_record(*record);
+    if (V_VT(&found) == VT_EMPTY) return false;
+    value = std::move(found);
+    return true;
+  }
+
+ private:
+  // Keys are asked for in the order in which they were written, so the search goes on from the
+  // last.
+  const PropertyRecord* find(const std::wstring& key) {
+    for (size_t i = 0; i < records_.size(); ++i) {
+      const PropertyRecord& record = records_[(next_ + i) % records_.size()];
+      if (record.key != key) continue;
+      next_ = (next_ + i + 1) % records_.size();
+      return &record;
+    }
+    return nullptr;
+  }
+
   std::vector<PropertyRecord> records_;
+  size_t next_ = 0;
+};
+
+class RecordWriter final : public BagWriter {
+ public:
+  void write(const std::wstring& key, const Variant& value) override {
+    records.push_back(to_record(key, value));
+  }
+  std::vector<PropertyRecord> records;
 };
 
 // While it lives, changes of properties are not reported.
@@ -97,19 +130,12 @@ STDMETHODIMP ControlFrame::InitNew() {
   return call([&] { run_init_properties(); });
 }
 
-void ControlFrame::read_properties(IPropertyBag& bag, IErrorLog* log) {
+void ControlFrame::read_properties(BagReader& bag) {
   user_mode_ = ambient_.user_mode();
   was_read_ = true;
   const Loading loading(loading_);
   take_ambient_defaults();
-  for (PropertyBase* property : properties()) {
-    Variant value = property->empty_value();
-    if (SUCCEEDED(bag.Read(property->key(), &value, log))) {
-      property->load(value);
-    } else {
-      property->reset();
-    }
-  }
+  for (PropertyBase* property : properties()) property->read(bag);
   apply_enabled();
   apply_mouse_pointer();
   properties_read();
@@ -119,25 +145,25 @@ void ControlFrame::read_properties(IPropertyBag& bag, IErrorLog* log) {
 
 STDMETHODIMP ControlFrame::Load(IPropertyBag* bag, IErrorLog* log) {
   if (bag == nullptr) return E_POINTER;
-  return call([&] { read_properties(*bag, log); });
+  return call([&] {
+    ContainerReader reader(*bag, log);
+    read_properties(reader);
+  });
 }
 
 STDMETHODIMP ControlFrame::Save(IPropertyBag* bag, BOOL clear_dirty, BOOL save_all) {
   if (bag == nullptr) return E_POINTER;
   return call([&] {
-    for (const PropertyBase* property : properties()) {
-      if (!property->is_saved() || (!save_all && property->is_default())) continue;
-      Variant value = property->save();
-      const HRESULT hr = bag->Write(property->key(), &value);
-      if (FAILED(hr)) throw ComError(hr);
-    }
+    ContainerWriter writer(*bag);
+    for (const PropertyBase* property : properties())
+      if (property->is_saved() && (save_all || !property->is_default())) property->write(writer);
     if (clear_dirty) dirty_ = false;
   });
 }
 
 HRESULT ControlFrame::load_payload(std::span<const uint8_t> payload) {
-  RecordBag bag(read_property_records(payload));
-  read_properties(bag, nullptr);
+  RecordReader reader(read_property_records(payload));
+  read_properties(reader);
   return S_OK;
 }
 
@@ -154,10 +180,10 @@ STDMETHODIMP ControlFrame::Load(IStream* stream) {
 }
 
 std::vector<PropertyRecord> ControlFrame::records() const {
-  std::vector<PropertyRecord> out;
+  RecordWriter writer;
   for (const PropertyBase* property : properties())
-    if (property->is_saved()) out.push_back(to_record(property->key(), property->save()));
-  return out;
+    if (property->is_saved()) property->write(writer);
+  return std::move(writer.records);
 }
 
 STDMETHODIMP ControlFrame::Save(IStream* stream, BOOL clear_dirty) {

@@ -74,10 +74,34 @@ void ControlFrame::draw_over_parent(HDC dc) {
   draw_to(dc, {0, 0, width_, height_});
 }
 
+void ControlFrame::paint_window() {
+  PAINTSTRUCT paint;
+  const HDC dc = BeginPaint(window_, &paint);
+  if (dc == nullptr) return;
+  const RECT& area = paint.rcPaint;
+  if (has_alpha()) {
+    DibSection whole;
+    if (whole.create(width_, height_)) {
+      draw_over_parent(whole.dc());
+      BitBlt(dc, area.left, area.top, area.right - area.left, area.bottom - area.top, whole.dc(),
+             area.left, area.top, SRCCOPY);
+    }
+  } else if (surface_) {
+    BitBlt(dc, area.left, area.top, area.right - area.left, area.bottom - area.top, surface_.dc(),
+           area.left, area.top, SRCCOPY);
+  }
+  EndPaint(window_, &paint);
+}
+
 void ControlFrame::surface_changed() {
   ++full_repaints_;
   update_window_shape();
   invalidate();
+}
+
+void ControlFrame::surface_changed(const RECT& part) {
+  ++part_repaints_;
+  invalidate(part);
 }
 
 void ControlFrame::update_window_shape() {

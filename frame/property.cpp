@@ -2,6 +2,15 @@
 
 #include <cstring>
 
+namespace kestrelon {
+
+void PropertyBase::read(BagReader& bag) {
+  Variant value = empty_value();
+  bag.read(key(), value) ? load(value) : reset();
+}
+
+}  // namespace kestrelon
+
 namespace kestrelon::property_detail {
 
 std::vector<uint8_t> Automation<std::vector<uint8_t>>::from(const VARIANT& v) {

@@ -21,6 +21,27 @@ namespace kestrelon {
 
 class PropertyBase;
 
+/// Where saved values come from: a container's bag or the records of a stream.
+class BagReader {
+ public:
+  /// The value of a key, converted to the type `value` comes with where the source can. False, and
+  /// `value` as it was, when the key is missing.
+  virtual bool read(const std::wstring& key, Variant& value) = 0;
+
+ protected:
+  ~BagReader() = default;
+};
+
+/// Where values are saved to.
+class BagWriter {
+ public:
+  /// Throws ComError when the value cannot be kept.
+  virtual void write(const std::wstring& key, const Variant& value) = 0;
+
+ protected:
+  ~BagWriter() = default;
+};
+
 /// What owns properties: a control. Implemented by ControlFrame.
 class PropertyOwner {
  public:
@@ -45,7 +66,8 @@ struct PropertyName {
   const wchar_t* key;
 };
 
-/// One persisted property as persistence sees it.
+/// One persisted property as persistence sees it. A plain one is one key with one value; a property
+/// of another shape (frame/record_property.h) overrides read() and write().
 class PropertyBase {
  public:
   PropertyBase(PropertyOwner& owner, PropertyName name) : owner_(owner), name_(name) {
@@ -65,6 +87,13 @@ class PropertyBase {
   virtual void reset() = 0;
   virtual Variant save() const = 0;
   virtual bool is_default() const = 0;
+  /// Through the setter of a property that is a colour, an enumeration or another whole number;
+  /// false for one that is none.
+  virtual bool put_number(uint32_t) { return false; }
+  /// Takes what a bag holds for this property; what is missing is reset.
+  virtual void read(BagReader& bag);
+  /// Keys in the order in which they are saved.
+  virtual void write(BagWriter& bag) const { bag.write(key(), save()); }
   /// A property that is saved only under a condition, for instance while it is in use.
   void saved_when(std::function<bool()> condition) { saved_when_ = std::move(condition); }
   bool is_saved() const { return !saved_when_ || saved_when_(); }
@@ -170,6 +199,14 @@ class Property final : public PropertyBase {
   void reset() override { value_ = default_; }
   Variant save() const override { return Automation::to(value_); }
   bool is_default() const override { return value_ == default_; }
+  bool put_number(uint32_t number) override {
+    if constexpr (std::is_enum_v<T> || std::is_integral_v<T>) {
+      put(static_cast<T>(number));
+      return true;
+    } else {
+      return PropertyBase::put_number(number);
+    }
+  }
 
  private:
   T value_;

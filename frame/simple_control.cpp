@@ -1,13 +1,9 @@
 #include "frame/simple_control.h"
 
+#include "frame/input_state.h"
 #include "frame/kit/access_key.h"
 
 namespace kestrelon {
-namespace {
-
-constexpr short kLeftButton = 1;
-
-}  // namespace
 
 void SimpleControl::refresh() {
   redraw_enabled_ = true;
@@ -39,10 +35,9 @@ void SimpleControl::mouse_down(short button, short shift, float x, float y) {
   last_shift_ = shift;
   last_x_ = x;
   last_y_ = y;
-  const short pressed = button;  // a handler may change its argument, not what was pressed
   raise_mouse_down(button, shift, x, y);
-  mouse_button_ = pressed;
-  if (pressed == kLeftButton) repaint_control(kPressed, false);
+  mouse_button_ = button;  // what the handler has left there
+  if (button == kLeftButton) repaint_control(kPressed, false);
 }
 
 void SimpleControl::mouse_move(short button, short shift, float x, float y) {
@@ -65,9 +60,8 @@ void SimpleControl::mouse_move(short button, short shift, float x, float y) {
 }
 
 void SimpleControl::mouse_up(short button, short shift, float x, float y) {
-  const short released = button;
   raise_mouse_up(button, shift, x, y);
-  if (released == kLeftButton) repaint_control(kNormal, false);
+  if (button == kLeftButton) repaint_control(kNormal, false);
 }
 
 void SimpleControl::click() {
@@ -80,11 +74,10 @@ void SimpleControl::double_click() {
   capture_mouse();
 }
 
-void SimpleControl::key_down(short key, short shift) {
-  const short pressed = key;
+void SimpleControl::key_down(short& key, short& shift) {
   raise_key_down(key, shift);
-  last_key_ = pressed;
-  switch (pressed) {
+  last_key_ = key;
+  switch (key) {
     case VK_SPACE:
       repaint_control(kPressed, false);
       break;
@@ -101,14 +94,13 @@ void SimpleControl::key_down(short key, short shift) {
   }
 }
 
-void SimpleControl::key_press(short character) {
+void SimpleControl::key_press(short& character) {
   raise_key_press(character);
 }
 
-void SimpleControl::key_up(short key, short shift) {
-  const short released = key;
+void SimpleControl::key_up(short& key, short& shift) {
   raise_key_up(key, shift);
-  if (released == VK_SPACE && last_key_ == VK_SPACE) toggle(true);
+  if (key == VK_SPACE && last_key_ == VK_SPACE) toggle(true);
 }
 
 void SimpleControl::got_focus() {

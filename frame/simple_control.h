@@ -45,9 +45,9 @@ class SimpleControl : public ControlFrame {
   void mouse_up(short button, short shift, float x, float y) override;
   void click() override;
   void double_click() override;
-  void key_down(short key, short shift) override;
-  void key_press(short character) override;
-  void key_up(short key, short shift) override;
+  void key_down(short& key, short& shift) override;
+  void key_press(short& character) override;
+  void key_up(short& key, short& shift) override;
   void got_focus() override;
   void lost_focus() override;
   void access_key_press(short key) override;

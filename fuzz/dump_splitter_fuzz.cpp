@@ -1,15 +1,20 @@
 // Lines and statements of dump files: no byte of a statement is lost or seen twice.
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
-#include <sstream>
 
 #include "services/mysql/dump_lines.h"
 #include "services/mysql/statement_gatherer.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   using namespace kestrelon;
-  std::istringstream bytes(std::string(reinterpret_cast<const char*>(data), size));
-  LineReader reader(bytes);
+  std::span<const uint8_t> left(data, size);
+  LineReader reader([&left](std::span<uint8_t> room) {
+    const size_t length = std::min(room.size(), left.size());
+    std::copy_n(left.begin(), length, room.begin());
+    left = left.subspan(length);
+    return std::optional(length);
+  });
   StatementGatherer gatherer;
   size_t gathered = 0;
   size_t joints = 0;

@@ -2,7 +2,6 @@
 // time: both must hand over the same ones, however the bytes come.
 #include <cstdint>
 #include <cstdlib>
-#include <sstream>
 #include <vector>
 
 #include "services/mysql/sql_splitter.h"
@@ -16,8 +15,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   for (size_t i = 0; i + 3 <= text.size(); ++i)
     if ((text[i] == 's' || text[i] == 'S') && (text[i + 1] == 'q' || text[i + 1] == 'Q')) return 0;
   const std::vector<std::string> expected = testing::PlainSplitter(text).all();
-  std::istringstream bytes(text);
-  SqlSplitter splitter(bytes);
+  SqlSplitter splitter(testing::source_of(text));
   StatementText reader(true);
   size_t count = 0;
   for (std::string_view statement; splitter.next(statement); ++count) {

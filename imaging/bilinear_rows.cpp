@@ -36,6 +36,7 @@ BilinearRows::BilinearRows(const ImageView& source, const SamplingShape& shape)
       row_units_(units_of(source.height, shape.dest_height)),
       narrow_(column_units_ <= kMostNarrowUnits) {
   weigh_columns();
+  quads_ = ColumnQuads(index_, source.width, narrow_ ? QuadOrder::kNarrow : QuadOrder::kWide);
   const size_t channels = index_.size() * 4;
   for (KeptRow& kept : kept_) {
     if (narrow_) {
@@ -86,10 +87,10 @@ void BilinearRows::mix_across(KeptRow& kept, int32_t line) {
     row = doubled;
   }
   if (narrow_) {
-    kernels_.mix_across(kept.narrow.data(), row, index_.data(), narrow_columns_.data(),
+    kernels_.mix_across(kept.narrow.data(), row, index_.data(), quads_, narrow_columns_.data(),
                         index_.size());
   } else {
-    kernels_.mix_across_wide(kept.wide.data(), row, index_.data(), wide_columns_.data(),
+    kernels_.mix_across_wide(kept.wide.data(), row, index_.data(), quads_, wide_columns_.data(),
                              index_.size());
   }
   kept.line = line;

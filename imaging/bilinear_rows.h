@@ -42,6 +42,7 @@ class BilinearRows {
   int32_t column_units_;
   int32_t row_units_;
   bool narrow_;
+  ColumnQuads quads_;
   std::vector<uint32_t> index_;
   std::vector<NarrowColumn> narrow_columns_;
   std::vector<WideColumn> wide_columns_;

@@ -1,7 +1,6 @@
 // Drawing at an angle: for each destination pixel the source position is found and sampled.
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 #include <numbers>
 #include <vector>
 
@@ -73,14 +72,6 @@ void keep_inside(int64_t start, int64_t step, int64_t limit, int64_t& first, int
   last = std::min(last, step > 0 ? to_limit : to_zero);
 }
 
-void sample_nearest(uint8_t* dst, const RotatedRun& run, size_t count) {
-  int64_t x = run.x, y = run.y;
-  for (; count > 0; --count, dst += 4, x += run.dx, y += run.dy) {
-    const uint8_t* pixel = run.top + static_cast<ptrdiff_t>(y >> 32) * run.stride;
-    std::memcpy(dst, pixel + static_cast<ptrdiff_t>(x >> 32) * 4, 4);
-  }
-}
-
 }  // namespace
 
 ImageRect rotated_bounds(const ScaledSource& source) {
@@ -133,7 +124,7 @@ void draw_rotated(const ScaledSource& source, int32_t degrees, const BlendEffect
   }
 
   const RowKernels& kernels = row_kernels();
-  const auto sample = source.high_quality ? kernels.rotate_bilinear : sample_nearest;
+  const auto sample = source.high_quality ? kernels.rotate_bilinear : kernels.rotate_nearest;
   const int32_t strip_width = std::min(width, kStrip);
   std::vector<uint8_t> samples(static_cast<size_t>(strip_width) * 4);
   EffectRow row(effects, static_cast<size_t>(strip_width));

@@ -8,6 +8,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "imaging/column_quads.h"
+
 namespace kestrelon {
 
 /// What the light step adds to or takes from each colour byte, by the alpha of the pixel. The value
@@ -75,14 +77,17 @@ struct RowKernels {
   void (*gray)(uint8_t* dst, const uint8_t* src, size_t count, const GrayWeights& weights);
   /// Whole pixels in reverse order; the runs do not overlap.
   void (*reverse)(uint8_t* dst, const uint8_t* src, size_t count);
-  /// Picks single pixels: dst[i] = src[columns[i]].
-  void (*pick)(uint8_t* dst, const uint8_t* src, const int32_t* columns, size_t count);
+  /// Picks single pixels out of a row of `width`: dst[i] = src[columns[i]]. The columns rise or
+  /// fall throughout; neighbours may be equal.
+  void (*pick)(uint8_t* dst, const uint8_t* src, size_t width, const int32_t* columns,
+               size_t count);
   /// First half of a bilinear row: weighed sums of the bytes of pixels index[x] and index[x] + 1,
   /// both inside the row, for each channel of `count` columns; exact.
+  /// `quads` are made of the same index, in the order of the function.
   void (*mix_across)(int16_t* dst, const uint8_t* src, const uint32_t* index,
-                     const NarrowColumn* columns, size_t count);
+                     const ColumnQuads& quads, const NarrowColumn* columns, size_t count);
   void (*mix_across_wide)(float* dst, const uint8_t* src, const uint32_t* index,
-                          const WideColumn* columns, size_t count);
+                          const ColumnQuads& quads, const WideColumn* columns, size_t count);
   /// Second half: the exact weighed sum of both rows over the divisor, truncated, for each of
   /// `count` channels.
   void (*mix_down)(uint8_t* dst, const int16_t* upper, const int16_t* lower, size_t count,
@@ -91,6 +96,8 @@ struct RowKernels {
                         const RowMix& mix);
   /// Bilinear samples of a rotated run, pixel centres at half steps; edge pixels reach to the edge.
   void (*rotate_bilinear)(uint8_t* dst, const RotatedRun& run, size_t count);
+  /// The pixels that hold the positions of a rotated run.
+  void (*rotate_nearest)(uint8_t* dst, const RotatedRun& run, size_t count);
 };
 
 const RowKernels& plain_row_kernels();

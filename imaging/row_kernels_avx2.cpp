@@ -52,6 +52,7 @@ struct Avx2 {
   static Int truncate(__m256 v) { return _mm256_cvttps_epi32(v); }
   static __m256 load_floats(const float* p) { return _mm256_loadu_ps(p); }
   static __m256 add(__m256 a, __m256 b) { return _mm256_add_ps(a, b); }
+  static __m256 multiply_add(__m256 a, __m256 b, __m256 c) { return _mm256_fmadd_ps(a, b, c); }
   static __m256 subtract(__m256 a, __m256 b) { return _mm256_sub_ps(a, b); }
   static __m256 least(__m256 a, __m256 b) { return _mm256_min_ps(a, b); }
   static bool any_less(__m256 a, __m256 b) {
@@ -90,13 +91,58 @@ struct Avx2 {
   }
 };
 
-void pick(uint8_t* dst, const uint8_t* src, const int32_t* columns, size_t count) {
+// Eight pixels out of kBlocks registers' worth of the row, each place counted from the first of
+// them; the shuffle looks at the lowest three bits of a place only. Gathers are slow where the
+// processor guards them.
+template <size_t kBlocks>
+__m256i picked(const uint8_t* from, __m256i places) {
+  const auto block = [&](size_t k) {
+    return _mm256_permutevar8x32_epi32(Avx2::load(from + k * 32), places);
+  };
+  // Selections look at the highest bit of a lane.
+  const auto either = [&](__m256i a, __m256i b, int bit) {
+    return _mm256_castps_si256(
+        _mm256_blendv_ps(_mm256_castsi256_ps(a), _mm256_castsi256_ps(b),
+                         _mm256_castsi256_ps(_mm256_slli_epi32(places, 31 - bit))));
+  };
+  if constexpr (kBlocks == 1) return block(0);
+  if constexpr (kBlocks == 2) return either(block(0), block(1), 3);
+  if constexpr (kBlocks == 3) return either(either(block(0), block(1), 3), block(2), 4);
+  if constexpr (kBlocks == 4)
+    return either(either(block(0), block(1), 3), either(block(2), block(3), 3), 4);
+}
+
+template <size_t kBlocks>
+void pick_near(uint8_t* dst, const uint8_t* src, size_t width, const int32_t* columns,
+               size_t count) {
+  constexpr int32_t kReach = kBlocks * 8;
+  const size_t least = columns[0] <= columns[count - 1] ? 0 : 7;
+  const auto last_base = static_cast<int32_t>(width) - kReach;
   size_t x = 0;
   for (; x + 8 <= count; x += 8) {
-    const __m256i places = Avx2::load(reinterpret_cast<const uint8_t*>(columns + x));
-    Avx2::store(dst + x * 4, _mm256_i32gather_epi32(reinterpret_cast<const int*>(src), places, 4));
+    const int32_t first = columns[x + least];
+    const int32_t base = first < last_base ? first : last_base;
+    if (columns[x + 7 - least] - base >= kReach) {
+      plain_row_kernels().pick(dst + x * 4, src, width, columns + x, 8);
+      continue;
+    }
+    const __m256i places = _mm256_sub_epi32(Avx2::load(columns + x), _mm256_set1_epi32(base));
+    Avx2::store(dst + x * 4, picked<kBlocks>(src + ptrdiff_t{base} * 4, places));
   }
-  plain_row_kernels().pick(dst + x * 4, src, columns + x, count - x);
+  plain_row_kernels().pick(dst + x * 4, src, width, columns + x, count - x);
+}
+
+void pick(uint8_t* dst, const uint8_t* src, size_t width, const int32_t* columns, size_t count) {
+  if (count < 8) return plain_row_kernels().pick(dst, src, width, columns, count);
+  // What eight columns span at most where they lie evenly.
+  const int32_t all_signed = columns[count - 1] - columns[0];
+  const auto all = static_cast<size_t>(all_signed < 0 ? -all_signed : all_signed);
+  const size_t reach = all * 7 / (count - 1) + 2;
+  if (reach <= 8 && width >= 8) return pick_near<1>(dst, src, width, columns, count);
+  if (reach <= 16 && width >= 16) return pick_near<2>(dst, src, width, columns, count);
+  if (reach <= 24 && width >= 24) return pick_near<3>(dst, src, width, columns, count);
+  if (reach <= 32 && width >= 32) return pick_near<4>(dst, src, width, columns, count);
+  plain_row_kernels().pick(dst, src, width, columns, count);
 }
 
 // A pixel and its right neighbour, in every 64-bit lane.
@@ -105,48 +151,76 @@ __m256i load_pair(const uint8_t* src, uint32_t index) {
   return _mm256_broadcastq_epi64(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)));
 }
 
-void mix_across(int16_t* dst, const uint8_t* src, const uint32_t* index,
+// Eight of the eight pixels from `first`, in the order of their places.
+__m256i quad(const uint8_t* src, int32_t first, const int32_t* places) {
+  return _mm256_permutevar8x32_epi32(Avx2::load(src + ptrdiff_t{first} * 4), Avx2::load(places));
+}
+
+void mix_across(int16_t* dst, const uint8_t* src, const uint32_t* index, const ColumnQuads& quads,
                 const NarrowColumn* columns, size_t count) {
   const __m256i side_by_side =
       _mm256_setr_epi8(0, 4, 1, 5, 2, 6, 3, 7, 8, 12, 9, 13, 10, 14, 11, 15, 0, 4, 1, 5, 2, 6, 3, 7,
                        8, 12, 9, 13, 10, 14, 11, 15);
+  const auto weigh = [&](size_t x, __m256i pixels) {
+    const __m256i pairs = _mm256_shuffle_epi8(pixels, side_by_side);
+    const __m256i weights = Avx2::load(columns + x);
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(dst + x * 4),
+                        _mm256_maddubs_epi16(pairs, weights));
+  };
   const auto mixed = [&](size_t x) {
     const __m256i low =
         _mm256_blend_epi32(load_pair(src, index[x]), load_pair(src, index[x + 1]), 0x0C);
     const __m256i high =
         _mm256_blend_epi32(load_pair(src, index[x + 2]), load_pair(src, index[x + 3]), 0xC0);
-    const __m256i pairs = _mm256_shuffle_epi8(_mm256_blend_epi32(low, high, 0xF0), side_by_side);
-    const __m256i weights = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(columns + x));
-    _mm256_storeu_si256(reinterpret_cast<__m256i*>(dst + x * 4),
-                        _mm256_maddubs_epi16(pairs, weights));
+    weigh(x, _mm256_blend_epi32(low, high, 0xF0));
   };
-  if (count < 4) return plain_row_kernels().mix_across(dst, src, index, columns, count);
-  for (size_t x = 0; x < count - 4; x += 4) mixed(x);
+  if (count < 4) return plain_row_kernels().mix_across(dst, src, index, quads, columns, count);
+  for (size_t x = 0; x < count - 4; x += 4) {
+    const int32_t first = quads.first(x / 4);
+    if (first < 0) {
+      mixed(x);
+    } else {
+      weigh(x, quad(src, first, quads.places(x / 4)));
+    }
+  }
   mixed(count - 4);  // may do some columns again
 }
 
 void mix_across_wide(float* dst, const uint8_t* src, const uint32_t* index,
-                     const WideColumn* columns, size_t count) {
+                     const ColumnQuads& quads, const WideColumn* columns, size_t count) {
   const __m256i side_by_side =
       _mm256_setr_epi8(0, -1, 4, -1, 1, -1, 5, -1, 2, -1, 6, -1, 3, -1, 7, -1, 0, -1, 4, -1, 1, -1,
                        5, -1, 2, -1, 6, -1, 3, -1, 7, -1);
   const __m256i first = _mm256_setr_epi32(0, 0, 0, 0, 1, 1, 1, 1);
   const __m256i second = _mm256_setr_epi32(2, 2, 2, 2, 3, 3, 3, 3);
-  const auto mixed = [&](size_t x, __m256i weights) {
-    const __m256i both =
-        _mm256_blend_epi32(load_pair(src, index[x]), load_pair(src, index[x + 1]), 0xF0);
-    const __m256i sums = _mm256_madd_epi16(_mm256_shuffle_epi8(both, side_by_side), weights);
-    _mm256_storeu_ps(dst + x * 4, _mm256_cvtepi32_ps(sums));
+  const __m256i side_by_side_high = _mm256_or_si256(side_by_side, _mm256_set1_epi16(8));
+  // Two columns at x: their pixels and weights.
+  const auto weigh = [&](size_t x, __m256i pairs, __m256i weights) {
+    _mm256_storeu_ps(dst + x * 4, _mm256_cvtepi32_ps(_mm256_madd_epi16(pairs, weights)));
   };
-  const auto mixed_four = [&](size_t x) {
+  const auto both = [&](size_t x) {
+    return _mm256_shuffle_epi8(
+        _mm256_blend_epi32(load_pair(src, index[x]), load_pair(src, index[x + 1]), 0xF0),
+        side_by_side);
+  };
+  const auto four = [&](size_t x, __m256i first_pairs, __m256i second_pairs) {
     const __m256i weights =
         _mm256_castsi128_si256(_mm_loadu_si128(reinterpret_cast<const __m128i*>(columns + x)));
-    mixed(x, _mm256_permutevar8x32_epi32(weights, first));
-    mixed(x + 2, _mm256_permutevar8x32_epi32(weights, second));
+    weigh(x, first_pairs, _mm256_permutevar8x32_epi32(weights, first));
+    weigh(x + 2, second_pairs, _mm256_permutevar8x32_epi32(weights, second));
   };
-  if (count < 4) return plain_row_kernels().mix_across_wide(dst, src, index, columns, count);
-  for (size_t x = 0; x < count - 4; x += 4) mixed_four(x);
-  mixed_four(count - 4);  // may do some columns again
+  if (count < 4) return plain_row_kernels().mix_across_wide(dst, src, index, quads, columns, count);
+  for (size_t x = 0; x < count - 4; x += 4) {
+    const int32_t start = quads.first(x / 4);
+    if (start < 0) {
+      four(x, both(x), both(x + 2));
+    } else {
+      const __m256i pixels = quad(src, start, quads.places(x / 4));
+      four(x, _mm256_shuffle_epi8(pixels, side_by_side),
+           _mm256_shuffle_epi8(pixels, side_by_side_high));
+    }
+  }
+  four(count - 4, both(count - 4), both(count - 2));  // may do some columns again
 }
 
 void store_pixel(uint8_t* dst, __m128i lanes) {
@@ -272,17 +346,51 @@ void rotate_bilinear(uint8_t* dst, const RotatedRun& run, size_t count) {
   }
 }
 
+// Whole positions of four samples as 32-bit numbers: the high halves of two registers of two.
+__m128i whole_places(__m256i positions) {
+  const __m256i halves =
+      _mm256_permutevar8x32_epi32(positions, _mm256_setr_epi32(1, 3, 5, 7, 1, 3, 5, 7));
+  return _mm256_castsi256_si128(halves);
+}
+
+// Places are found four at a time, pixels fetched one by one. Offsets are bytes of one picture.
+void rotate_nearest(uint8_t* dst, const RotatedRun& run, size_t count) {
+  const __m256i step_x = _mm256_set1_epi64x(4 * run.dx), step_y = _mm256_set1_epi64x(4 * run.dy);
+  __m256i x = _mm256_add_epi64(_mm256_set1_epi64x(run.x),
+                               _mm256_setr_epi64x(0, run.dx, 2 * run.dx, 3 * run.dx));
+  __m256i y = _mm256_add_epi64(_mm256_set1_epi64x(run.y),
+                               _mm256_setr_epi64x(0, run.dy, 2 * run.dy, 3 * run.dy));
+  const __m128i stride = _mm_set1_epi32(static_cast<int>(run.stride));
+  size_t i = 0;
+  for (; i + 4 <= count; i += 4) {
+    alignas(16) int32_t offsets[4];
+    const __m128i lines = _mm_mullo_epi32(whole_places(y), stride);
+    _mm_store_si128(reinterpret_cast<__m128i*>(offsets),
+                    _mm_add_epi32(lines, _mm_slli_epi32(whole_places(x), 2)));
+    for (size_t k = 0; k < 4; ++k) __builtin_memcpy(dst + (i + k) * 4, run.top + offsets[k], 4);
+    x = _mm256_add_epi64(x, step_x);
+    y = _mm256_add_epi64(y, step_y);
+  }
+  RotatedRun rest = run;
+  rest.x += static_cast<int64_t>(i) * run.dx;
+  rest.y += static_cast<int64_t>(i) * run.dy;
+  plain_row_kernels().rotate_nearest(dst + i * 4, rest, count - i);
+}
+
 using Rows = VectorRows<Avx2>;
 using Mix = VectorMix<Avx2>;
 
 }  // namespace
 
 const RowKernels* avx2_row_kernels() {
-  static const bool supported = __builtin_cpu_supports("avx2");
+  static const bool supported = __builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma");
   if (!supported) return nullptr;
-  static const RowKernels kernels = {
-      "AVX2",     Rows::blend,     Rows::light,   Rows::gray,         Rows::reverse,  pick,
-      mix_across, mix_across_wide, Mix::mix_down, Mix::mix_down_wide, rotate_bilinear};
+  static const RowKernels kernels = {"AVX2",          Rows::blend,
+                                     Rows::light,     Rows::gray,
+                                     Rows::reverse,   pick,
+                                     mix_across,      mix_across_wide,
+                                     Mix::mix_down,   Mix::mix_down_wide,
+                                     rotate_bilinear, rotate_nearest};
   return &kernels;
 }
 

@@ -61,7 +61,7 @@ void reverse(uint8_t* dst, const uint8_t* src, size_t count) {
   for (size_t x = 0; x < count; ++x) std::memcpy(dst + x * 4, src + (count - 1 - x) * 4, 4);
 }
 
-void pick(uint8_t* dst, const uint8_t* src, const int32_t* columns, size_t count) {
+void pick(uint8_t* dst, const uint8_t* src, size_t, const int32_t* columns, size_t count) {
   for (size_t x = 0; x < count; ++x) std::memcpy(dst + x * 4, src + ptrdiff_t{columns[x]} * 4, 4);
 }
 
@@ -71,7 +71,7 @@ void mix_pixel(auto* dst, const uint8_t* src, int32_t left, int32_t right) {
         static_cast<std::remove_reference_t<decltype(*dst)>>(src[c] * left + src[c + 4] * right);
 }
 
-void mix_across(int16_t* dst, const uint8_t* src, const uint32_t* index,
+void mix_across(int16_t* dst, const uint8_t* src, const uint32_t* index, const ColumnQuads&,
                 const NarrowColumn* columns, size_t count) {
   for (size_t x = 0; x < count; ++x) {
     const int8_t* weights = columns[x].weights;
@@ -79,7 +79,7 @@ void mix_across(int16_t* dst, const uint8_t* src, const uint32_t* index,
   }
 }
 
-void mix_across_wide(float* dst, const uint8_t* src, const uint32_t* index,
+void mix_across_wide(float* dst, const uint8_t* src, const uint32_t* index, const ColumnQuads&,
                      const WideColumn* columns, size_t count) {
   for (size_t x = 0; x < count; ++x)
     mix_pixel(dst + x * 4, src + size_t{index[x]} * 4, columns[x].left, columns[x].right);
@@ -123,9 +123,17 @@ void rotate_bilinear(uint8_t* dst, const RotatedRun& run, size_t count) {
   }
 }
 
-constexpr RowKernels kPlain = {"plain",  blend,         light,          gray,
-                               reverse,  pick,          mix_across,     mix_across_wide,
-                               mix_down, mix_down_wide, rotate_bilinear};
+void rotate_nearest(uint8_t* dst, const RotatedRun& run, size_t count) {
+  int64_t x = run.x, y = run.y;
+  for (; count > 0; --count, dst += 4, x += run.dx, y += run.dy) {
+    const uint8_t* pixel = run.top + static_cast<ptrdiff_t>(y >> 32) * run.stride;
+    std::memcpy(dst, pixel + static_cast<ptrdiff_t>(x >> 32) * 4, 4);
+  }
+}
+
+constexpr RowKernels kPlain = {"plain",  blend,         light,           gray,
+                               reverse,  pick,          mix_across,      mix_across_wide,
+                               mix_down, mix_down_wide, rotate_bilinear, rotate_nearest};
 
 }  // namespace
 

@@ -54,6 +54,9 @@ struct Sse2 {
   static Int truncate(__m128 v) { return _mm_cvttps_epi32(v); }
   static __m128 load_floats(const float* p) { return _mm_loadu_ps(p); }
   static __m128 add(__m128 a, __m128 b) { return _mm_add_ps(a, b); }
+  static __m128 multiply_add(__m128 a, __m128 b, __m128 c) {
+    return _mm_add_ps(_mm_mul_ps(a, b), c);
+  }
   static __m128 subtract(__m128 a, __m128 b) { return _mm_sub_ps(a, b); }
   static __m128 least(__m128 a, __m128 b) { return _mm_min_ps(a, b); }
   static bool any_less(__m128 a, __m128 b) { return _mm_movemask_ps(_mm_cmplt_ps(a, b)) != 0; }
@@ -102,7 +105,7 @@ __m128i mixed_narrow(const uint8_t* src, uint32_t index, const NarrowColumn* col
                         _mm_unpacklo_epi8(weights, _mm_setzero_si128()));
 }
 
-void mix_across(int16_t* dst, const uint8_t* src, const uint32_t* index,
+void mix_across(int16_t* dst, const uint8_t* src, const uint32_t* index, const ColumnQuads& quads,
                 const NarrowColumn* columns, size_t count) {
   size_t x = 0;
   for (; x + 2 <= count; x += 2) {
@@ -110,10 +113,10 @@ void mix_across(int16_t* dst, const uint8_t* src, const uint32_t* index,
                                          mixed_narrow(src, index[x + 1], columns + x + 1));
     _mm_storeu_si128(reinterpret_cast<__m128i*>(dst + x * 4), sums);
   }
-  plain_row_kernels().mix_across(dst + x * 4, src, index + x, columns + x, count - x);
+  plain_row_kernels().mix_across(dst + x * 4, src, index + x, quads, columns + x, count - x);
 }
 
-void mix_across_wide(float* dst, const uint8_t* src, const uint32_t* index,
+void mix_across_wide(float* dst, const uint8_t* src, const uint32_t* index, const ColumnQuads&,
                      const WideColumn* columns, size_t count) {
   for (size_t x = 0; x < count; ++x) {
     int32_t weights;
@@ -173,13 +176,20 @@ using Rows = VectorRows<Sse2>;
 using Mix = VectorMix<Sse2>;
 
 // Picking single pixels has no better form here than the plain one.
-void pick(uint8_t* dst, const uint8_t* src, const int32_t* columns, size_t count) {
-  plain_row_kernels().pick(dst, src, columns, count);
+void pick(uint8_t* dst, const uint8_t* src, size_t width, const int32_t* columns, size_t count) {
+  plain_row_kernels().pick(dst, src, width, columns, count);
 }
 
-constexpr RowKernels kSse2 = {
-    "SSE2",     Rows::blend,     Rows::light,   Rows::gray,         Rows::reverse,  pick,
-    mix_across, mix_across_wide, Mix::mix_down, Mix::mix_down_wide, rotate_bilinear};
+void rotate_nearest(uint8_t* dst, const RotatedRun& run, size_t count) {
+  plain_row_kernels().rotate_nearest(dst, run, count);
+}
+
+constexpr RowKernels kSse2 = {"SSE2",          Rows::blend,
+                              Rows::light,     Rows::gray,
+                              Rows::reverse,   pick,
+                              mix_across,      mix_across_wide,
+                              Mix::mix_down,   Mix::mix_down_wide,
+                              rotate_bilinear, rotate_nearest};
 
 }  // namespace
 

@@ -66,8 +66,8 @@ struct VectorMix {
     }
     Float approximate(const float* upper, const float* lower, size_t k) const {
       const size_t at = k * V::kPixels;
-      return V::add(V::multiply(V::load_floats(upper + at), upper_factor_),
-                    V::multiply(V::load_floats(lower + at), lower_factor_));
+      return V::multiply_add(V::load_floats(upper + at), upper_factor_,
+                             V::multiply(V::load_floats(lower + at), lower_factor_));
     }
     static Int pack(Int a, Int b, Int c, Int d) { return V::pack_in_order(a, b, c, d); }
 

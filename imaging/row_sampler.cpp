@@ -46,7 +46,7 @@ void RowSampler::write_nearest(uint8_t* dst, int32_t y) {
   const uint8_t* from = source_row(nearest(y, ratio, origin, source_.height));
   // Enlarging takes the same source row several times.
   if (from != picked_) {
-    kernels_.pick(dst, from, columns_.data(), columns_.size());
+    kernels_.pick(dst, from, static_cast<size_t>(source_.width), columns_.data(), columns_.size());
   } else if (dst != written_) {
     std::memcpy(dst, written_, columns_.size() * 4);
   }

@@ -6,8 +6,10 @@
 #include "controls/us_button/us_button.h"
 #include "controls/us_check_box/us_check_box.h"
 #include "controls/us_image_list/us_image_list.h"
+#include "controls/us_list_box/us_list_box.h"
 #include "controls/us_option_button/us_option_button.h"
 #include "controls/us_scroll_bar/us_scroll_bar.h"
+#include "frame/pages/theme_page.h"
 #include "imaging/c32bpp_dib/image_object_win.h"
 #include "imaging/image_list/image_lists_object_win.h"
 #include "services/ajax/kn_ajax_win.h"
@@ -40,6 +42,11 @@ ServerClass service(const wchar_t* description) {
   return {Class::static_class_info(), ClassKind::kService, description, 0, 0, create<Class>};
 }
 
+template <class Class>
+ServerClass page(const wchar_t* description) {
+  return {Class::static_class_info(), ClassKind::kPage, description, 0, 0, create<Class>};
+}
+
 }  // namespace
 
 std::span<const ServerClass> server_classes() {
@@ -63,6 +70,9 @@ std::span<const ServerClass> server_classes() {
       control<USImageList>(L"Kestrelon: listas de imagens para os controles de um formulário",
                            IDB_TOOLBOX_USIMAGELIST,
                            ControlTraits{}.misc_status | OLEMISC_INVISIBLEATRUNTIME),
+      page<ThemePage>(L"Kestrelon: página de tema e cores"),
+      control<USListBox>(L"Kestrelon: lista com imagens, caixas de marcação e pesquisa",
+                         IDB_TOOLBOX_USLISTBOX),
   };
   return kClasses;
 }

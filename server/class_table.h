@@ -10,6 +10,7 @@ namespace kestrelon {
 
 enum class ClassKind {
   kControl,  ///< for a container: Control, ToolboxBitmap32, MiscStatus, Verb, categories
+  kPage,     ///< a property page: created by its id, in no type library
   kService,  ///< created by name from a script or program; never marked safe for scripting
 };
 

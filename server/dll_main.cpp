@@ -7,13 +7,10 @@
 
 #include "base/module_win.h"
 #include "frame/platform.h"
+#include "frame/window_class.h"
 #include "imaging/dib_win.h"
 #include "server/class_factory.h"
 #include "server/registration.h"
-
-namespace kestrelon {
-void unregister_window_class();
-}
 
 using kestrelon::RegistrationScope;
 
@@ -23,7 +20,7 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID process_
     kestrelon::IsNtPlatform();  // cached before the first control exists
     kestrelon::start_imaging();
   } else if (reason == DLL_PROCESS_DETACH && process_ends == nullptr) {
-    kestrelon::unregister_window_class();
+    kestrelon::unregister_window_classes();
   }
   return TRUE;
 }

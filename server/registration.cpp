@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "base/decimal.h"
 #include "frame/about.h"
 #include "server/class_table.h"
 
@@ -136,11 +137,13 @@ void add_control_keys(std::vector<Key>& keys, const ServerClass& entry, const st
                       const std::wstring& module) {
   keys.push_back({path + L"\\Control", L"", L""});
   keys.push_back(
-      {path + L"\\ToolboxBitmap32", L"", module + L", " + std::to_wstring(entry.toolbox_bitmap)});
+      {path + L"\\ToolboxBitmap32", L"", module + L", " + decimal_text(entry.toolbox_bitmap)});
   keys.push_back({path + L"\\MiscStatus", L"", L"0"});
-  keys.push_back({path + L"\\MiscStatus\\1", L"", std::to_wstring(entry.misc_status)});
+  keys.push_back({path + L"\\MiscStatus\\1", L"", decimal_text(entry.misc_status)});
   keys.push_back({path + L"\\Verb", L"", L""});
-  keys.push_back({path + L"\\Verb\\" + std::to_wstring(kAboutVerb), L"", L"&Sobre...,0,2"});
+  keys.push_back({path + L"\\Verb\\" + decimal_text(kAboutVerb), L"", L"&Sobre...,0,2"});
+  keys.push_back(
+      {path + L"\\Verb\\" + decimal_text(kPropertiesVerb), L"", L"&Propriedades...,0,2"});
   const std::wstring categories = path + L"\\Implemented Categories\\";
   for (const CATID& category : {CATID_Control, CATID_Programmable, CATID_PersistsToStreamInit,
                                 CATID_PersistsToStorage, CATID_PersistsToPropertyBag}) {
@@ -152,6 +155,11 @@ std::vector<Key> class_keys(const ServerClass& entry, const std::wstring& module
                             const std::wstring& library) {
   const std::wstring path = class_path(entry);
   const std::wstring clsid = guid_text(entry.info.clsid);
+  if (entry.kind == ClassKind::kPage) {
+    return {{path, L"", entry.description},
+            {path + L"\\InprocServer32", L"", module},
+            {path + L"\\InprocServer32", L"ThreadingModel", L"Apartment"}};
+  }
   std::vector<Key> keys = {
       {prog_id(entry), L"", entry.description},
       {prog_id(entry) + L"\\CLSID", L"", clsid},

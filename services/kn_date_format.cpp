@@ -4,6 +4,7 @@
 #include <array>
 #include <iterator>
 
+#include "base/decimal.h"
 #include "base/text.h"
 
 namespace kestrelon {
@@ -125,7 +126,7 @@ int full_year(const Part& year) {
 }
 
 std::wstring padded(int number, size_t width) {
-  std::wstring text = std::to_wstring(number);
+  std::wstring text = decimal_text(number);
   if (text.size() < width) text.insert(0, width - text.size(), L'0');
   return text;
 }

@@ -1,8 +1,8 @@
 #include "services/kn_format_ex.h"
 
-#include <charconv>
 #include <utility>
 
+#include "base/decimal.h"
 #include "base/text.h"
 
 namespace kestrelon {
@@ -78,15 +78,12 @@ std::optional<DateTime> read_date_value(std::wstring_view text) {
   std::string digits = to_ansi(text);
   for (char& c : digits)
     if (c == ',') c = '.';
-  double value = 0;
-  const auto end = std::from_chars(digits.data(), digits.data() + digits.size(), value,
-                                   std::chars_format::fixed);
-  if (end.ec != std::errc() || end.ptr != digits.data() + digits.size()) return std::nullopt;
-  return date_time_of_value(value);
+  const auto value = parse_fixed(digits);
+  return value ? date_time_of_value(*value) : std::nullopt;
 }
 
 std::wstring number(int value, int width = 1) {
-  std::wstring text = std::to_wstring(value);
+  std::wstring text = decimal_text(value);
   while (static_cast<int>(text.size()) < width) text.insert(text.begin(), L'0');
   return text;
 }

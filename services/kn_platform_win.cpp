@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <ntsecapi.h>
+
 #include <algorithm>
 #include <random>
 
@@ -135,7 +137,13 @@ class SystemPlatform final : public KnPlatform {
   }
 
  private:
-  std::mt19937 random_{std::random_device{}()};
+  static std::mt19937::result_type random_seed() {
+    std::mt19937::result_type seed = GetTickCount();
+    RtlGenRandom(&seed, sizeof seed);
+    return seed;
+  }
+
+  std::mt19937 random_{random_seed()};
 };
 
 }  // namespace

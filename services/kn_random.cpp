@@ -1,4 +1,5 @@
 #include "services/kn_random.h"
+#include "base/decimal.h"
 
 #include <limits>
 
@@ -22,15 +23,14 @@ std::wstring random_groups(KnPlatform& platform, std::wstring_view delimiter, in
                            int32_t bound) {
   constexpr uint64_t kLongest = 16'000'000;
   if (groups <= 0 || bound < 0) return {};
-  const size_t width = std::to_wstring(bound).size();
+  const size_t width = decimal_text(bound).size();
   const uint64_t group_size = static_cast<uint64_t>(width) + delimiter.size();
   if (group_size > kLongest || group_size * static_cast<uint64_t>(groups) > kLongest) return {};
   std::wstring text;
   text.reserve(static_cast<size_t>(group_size * static_cast<uint64_t>(groups)));
   for (int32_t i = 0; i < groups; ++i) {
     if (i > 0) text += delimiter;
-    const std::wstring number =
-        std::to_wstring(random_up_to(platform, static_cast<uint32_t>(bound)));
+    const std::wstring number = decimal_text(random_up_to(platform, static_cast<uint32_t>(bound)));
     text.append(width - number.size(), L'0');
     text += number;
   }

@@ -23,6 +23,8 @@ INCLUDE = re.compile(r'^\s*#include\s+"([^"]+)"\s*$')
 ENUM = re.compile(r"\benum\s+\w+\s*\{([^}]*)\}", re.S)
 DATE_FORMAT = re.compile(r"[dmy]+(?:[STP][dmy]+)+")
 BLANKED = {"NTSC_PAL", "CCIR_709"}
+# Members whose names have underscores for their callers too.
+KEPT = {"Scroll_Horizontal", "Scroll_Vertical", "Scroll_Both", "Scroll_None"}
 DATE_SEPARATORS = str.maketrans("STP", "/-.")
 
 
@@ -48,7 +50,7 @@ def shown_names(root: Path) -> dict:
             name = member.split("=")[0].strip()
             if DATE_FORMAT.fullmatch(name):
                 names[name.encode()] = name.translate(DATE_SEPARATORS).encode()
-            elif name in BLANKED or ("_" in name and re.search("[a-z]", name)):
+            elif name in BLANKED or (name not in KEPT and "_" in name and re.search("[a-z]", name)):
                 names[name.encode()] = name.replace("_", " ").encode()
     return names
 

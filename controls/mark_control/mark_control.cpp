@@ -31,7 +31,13 @@ void MarkControl::take_ambient_defaults() {
   BackColor.set_default(ambient().back_color());
 }
 
+void MarkControl::value_changed() {
+  repaint();
+  tell_readers(EVENT_OBJECT_STATECHANGE);
+}
+
 void MarkControl::caption_changed() {
+  tell_readers(EVENT_OBJECT_NAMECHANGE);
   update_access_key();
   repaint();
 }
@@ -65,14 +71,15 @@ void MarkControl::draw_caption() {
       DrawTextUnicode(dc, Caption.get(), -1, &measured, kTextFlags | DT_CALCRECT);
   if (text_height > 1) {
     RECT place = to_rect(mark_layout::caption_rect(width(), height(), text_height));
-    SetTextColor(dc, Enabled.get() ? TranslateColor(ForeColor.get()) : kDisabledText);
+    SetTextColor(dc, Enabled.get() ? shown_color(ForeColor.get(), COLOR_WINDOWTEXT)
+                                   : shown_color(kDisabledText, COLOR_GRAYTEXT));
     DrawTextUnicode(dc, Caption.get(), -1, &place, kTextFlags);
   }
   SelectObject(dc, displaced);
 }
 
 COLORREF MarkControl::clear_colour() const {
-  return TranslateColor(BackColor.get());
+  return shown_color(BackColor.get(), COLOR_WINDOW);
 }
 
 COLORREF MarkControl::mask_colour() const {

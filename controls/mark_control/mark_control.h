@@ -34,6 +34,9 @@ class MarkControl : public SimpleControl {
   const std::wstring& shown_caption() const override { return Caption.get(); }
   const Property<bool>* enabled_property() const override { return &Enabled; }
   void recompute_layout() override;
+  void accessible_default_action(long) override { access_key_press(0); }
+  /// Draws again and tells screen readers: what a new value needs.
+  void value_changed();
   void draw(int state) override;
   COLORREF clear_colour() const override;
   COLORREF mask_colour() const override;

@@ -180,6 +180,7 @@ class USAlphaImage final : public USAlphaImageGlue<USAlphaImage, ControlFrame>,
   void closing() override { end_fade(); }
   void terminate() override;
   const Property<bool>* enabled_property() const override { return &Enabled; }
+  void describe(AccessibleItem& item) const override { item.role = ROLE_SYSTEM_GRAPHIC; }
   long mouse_pointer() const override { return MousePointer.get(); }
   const PictureProperty* mouse_icon() const override { return &MouseIcon; }
   bool flag(Flag which) const { return (Props.get() & which) != 0; }
@@ -205,9 +206,9 @@ class USAlphaImage final : public USAlphaImageGlue<USAlphaImage, ControlFrame>,
   void mouse_down(short button, short shift, float x, float y) override;
   void mouse_move(short button, short shift, float x, float y) override;
   void mouse_up(short button, short shift, float x, float y) override;
-  void key_down(short key, short shift) override { raise_key_down(key, shift); }
-  void key_press(short character) override { raise_key_press(character); }
-  void key_up(short key, short shift) override { raise_key_up(key, shift); }
+  void key_down(short& key, short& shift) override { raise_key_down(key, shift); }
+  void key_press(short& character) override { raise_key_press(character); }
+  void key_up(short& key, short& shift) override { raise_key_up(key, shift); }
   void window_message_after(UINT message, WPARAM wparam, LPARAM lparam) override;
   bool takes_drops() const override { return user_mode() && OLEDropMode.get() == Drop_Manual; }
   void drag(Drag& step) override;

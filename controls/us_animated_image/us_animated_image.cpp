@@ -1,13 +1,12 @@
 // Life, drawing and the mouse.
 #include "controls/us_animated_image/us_animated_image.h"
 
+#include "frame/input_state.h"
 #include "frame/translate_color.h"
 #include "imaging/c32bpp_dib/automation_bytes_win.h"
 
 namespace kestrelon {
 namespace {
-
-constexpr short kLeftButton = 1;
 
 constexpr ControlTraits traits() {
   ControlTraits out;

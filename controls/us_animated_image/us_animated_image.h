@@ -130,6 +130,7 @@ class USAnimatedImage final : public USAnimatedImageGlue<USAnimatedImage, Contro
   void double_click() override;
   bool has_alpha() const override { return BackStyle.get() != Solid_Gif; }
   const Property<bool>* enabled_property() const override { return &Enabled; }
+  void describe(AccessibleItem& item) const override { item.role = ROLE_SYSTEM_GRAPHIC; }
   long mouse_pointer() const override { return MousePointer.get(); }
   const PictureProperty* mouse_icon() const override { return &MouseIcon; }
 

@@ -123,18 +123,7 @@ void USButton::set_state(int state, bool force) {
 void USButton::apply_theme() {
   // Each colour goes through its own setter; the button is drawn once, at the end.
   in_batch_ = true;
-  kestrelon::apply_theme(theme::kButton, Theme.get(), [this](const wchar_t* name, uint32_t value) {
-    for (PropertyBase* property : properties()) {
-      if (wcscmp(property->name(), name) != 0) continue;
-      if (auto* const color = dynamic_cast<Property<OLE_COLOR>*>(property)) {
-        color->put(value);
-      } else if (property == &GradientColors) {
-        GradientColors.put(static_cast<ENUM_GRADIENT_COLORS>(value));
-      } else if (property == &ButtonShape) {
-        ButtonShape.put(static_cast<ENUM_BUTTON_SHAPES>(value));
-      }
-    }
-  });
+  assign_theme(theme::kButton, Theme.get());
   in_batch_ = false;
   repaint();
 }
@@ -150,6 +139,7 @@ void USButton::base_color_changed() {
 }
 
 void USButton::caption_changed() {
+  tell_readers(EVENT_OBJECT_NAMECHANGE);
   update_access_key();
   relayout();
 }
@@ -177,6 +167,7 @@ void USButton::value_changed() {
 void USButton::flip_value() {
   Value.assign(!Value.get());
   property_changed(Value.name());
+  tell_readers(EVENT_OBJECT_STATECHANGE);
 }
 
 void USButton::clear_value() {
@@ -223,6 +214,16 @@ void USButton::destroy_tool_tip() {
 void USButton::tip() {
   if (!initialised_ || !user_mode()) return;
   ToolTipDescription.get().empty() ? tip_.Destroy() : create_tool_tip();
+}
+
+void USButton::describe(AccessibleItem& item) const {
+  item.role = ROLE_SYSTEM_PUSHBUTTON;
+  item.state = STATE_SYSTEM_FOCUSABLE;
+  if (CheckBoxMode.get() && Value.get()) item.state |= STATE_SYSTEM_PRESSED;
+  item.default_action = L"Clicar";
+  item.description = ToolTipDescription.get();
+  name_after(item, Caption.get());
+  if (item.name.empty()) item.name = ToolTipTitle.get();  // a button with a picture alone
 }
 
 }  // namespace kestrelon

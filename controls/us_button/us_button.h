@@ -140,6 +140,8 @@ class USButton final : public USButtonGlue<USButton, ControlFrame>, private Butt
   long mouse_pointer() const override { return MousePointer.get(); }
   const PictureProperty* mouse_icon() const override { return &MouseIcon; }
   void ready();
+  void describe(AccessibleItem& item) const override;
+  void accessible_default_action(long) override { input_.access_key(0); }
   void nothing() {}
   void repaint() { set_state(kFaceAsIs, true); }
   void relayout();
@@ -160,9 +162,9 @@ class USButton final : public USButtonGlue<USButton, ControlFrame>, private Butt
   void mouse_up(short button, short shift, float x, float y) override;
   void click() override { input_.click(); }
   void double_click() override;
-  void key_down(short key, short shift) override;
-  void key_press(short character) override { raise_key_press(character); }
-  void key_up(short key, short shift) override;
+  void key_down(short& key, short& shift) override;
+  void key_press(short& character) override { raise_key_press(character); }
+  void key_up(short& key, short& shift) override;
   void got_focus() override { input_.got_focus(); }
   void lost_focus() override { input_.lost_focus(); }
   void access_key_press(short key) override { input_.access_key(key); }
@@ -200,6 +202,7 @@ class USButton final : public USButtonGlue<USButton, ControlFrame>, private Butt
   HRGN outline() const override;
   void draw(int state);
   ColorRef draw_face(int state);
+  ColorRef draw_plain_face(int state);
   ColorRef draw_focus(int state);
   void draw_picture(int state);
   void draw_caption(ColorRef color);

@@ -31,11 +31,11 @@ void USButton::double_click() {
   if (input_.double_click()) raise_dbl_click();
 }
 
-void USButton::key_down(short key, short shift) {
+void USButton::key_down(short& key, short& shift) {
   if (input_.key_down(key, shift)) raise_key_down(key, shift);
 }
 
-void USButton::key_up(short key, short shift) {
+void USButton::key_up(short& key, short& shift) {
   input_.key_up(key);
   raise_key_up(key, shift);
 }

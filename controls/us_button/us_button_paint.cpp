@@ -2,6 +2,7 @@
 #include "controls/us_button/us_button.h"
 #include "frame/kit/lines.h"
 #include "frame/region.h"
+#include "frame/screen.h"
 #include "frame/text.h"
 #include "frame/translate_color.h"
 
@@ -76,8 +77,17 @@ void USButton::draw(int state) {
   paint_frame(surface().pixels(), border, ButtonShape.get());
 }
 
+// In high contrast: a plain face, told apart by the system's colours alone.
+ColorRef USButton::draw_plain_face(int state) {
+  const bool lit = state == kFaceOver || state == kFaceDown || Value.get();
+  surface().clear(GetSysColor(lit ? COLOR_HIGHLIGHT : COLOR_BTNFACE));
+  if (state == kFaceDisabled) return GetSysColor(COLOR_GRAYTEXT);
+  return GetSysColor(lit ? COLOR_HIGHLIGHTTEXT : COLOR_BTNTEXT);
+}
+
 // Answers the colour of the caption.
 ColorRef USButton::draw_face(int state) {
+  if (high_contrast()) return draw_plain_face(state);
   const PixelView view = surface().pixels();
   const bool four = GradientColors.get() == Four_Colors;
   if (state == kFaceDisabled) {
@@ -117,17 +127,17 @@ ColorRef USButton::draw_focus(int state) {
   const PixelRect fitted =
       button_layout::focus_rect(width(), height(), ButtonShape.get() == Cut_Sides);
   const bool focus = ShowFocusRect.get() && last_focus_;
-  if (state == kFaceDisabled) return TranslateColor(BorderColorDisabled.get());
+  if (state == kFaceDisabled) return shown_color(BorderColorDisabled.get(), COLOR_GRAYTEXT);
   if (state == kFaceDown) {
     if (ShowFocusRectDown.get()) draw_focus_rect(view, fitted);
-    return TranslateColor(BorderColorDown.get());
+    return shown_color(BorderColorDown.get(), COLOR_BTNTEXT);
   }
   if (state == kFaceOver || (input_.mouse_pressed() && !input_.over())) {
     if (focus) draw_focus_rect(view, fitted);
-    return TranslateColor(BorderColorOver.get());
+    return shown_color(BorderColorOver.get(), COLOR_BTNTEXT);
   }
   if (focus && input_.window_active()) draw_focus_rect(view, inset);
-  return TranslateColor(BorderColor.get());
+  return shown_color(BorderColor.get(), COLOR_BTNTEXT);
 }
 
 void USButton::draw_picture(int state) {

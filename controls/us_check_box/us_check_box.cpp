@@ -16,6 +16,7 @@ void USCheckBox::toggle(bool by_key) {
   // With the mouse the host hears first, with the Space key it hears last.
   if (!by_key) raise_click();
   repaint_control(kNormal, true);
+  tell_readers(EVENT_OBJECT_STATECHANGE);
   update_now();
   if (by_key) raise_click();
 }
@@ -25,6 +26,17 @@ void USCheckBox::draw_mark(int state, int x, int y) {
   const int row = strip_row(mark_of(Value.get()), Enabled.get(), state, pointer_over());
   check_strip_.Draw(surface().dc(), Theme.get() == Windows_8 ? kStep : 0, row, kStep, kStep, x, y,
                     false);
+}
+
+void USCheckBox::describe(AccessibleItem& item) const {
+  using enum check_layout::Mark;
+  const auto mark = check_layout::mark_of(Value.get());
+  item.role = ROLE_SYSTEM_CHECKBUTTON;
+  item.state = STATE_SYSTEM_FOCUSABLE;
+  if (mark == kChecked) item.state |= STATE_SYSTEM_CHECKED;
+  if (mark == kGrayed) item.state |= STATE_SYSTEM_MIXED;
+  item.default_action = mark == kUnchecked ? L"Marcar" : L"Desmarcar";
+  name_after(item, Caption.get());
 }
 
 }  // namespace kestrelon

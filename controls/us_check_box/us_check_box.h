@@ -12,7 +12,7 @@ class USCheckBox final : public USCheckBoxGlue<USCheckBox, MarkControl> {
   USCheckBox();
 
   // In the order of the property bag, after those of every mark.
-  Property<short> Value{*this, L"Value", 0, &USCheckBox::repaint};
+  Property<short> Value{*this, L"Value", 0, &USCheckBox::value_changed};
   Property<ENUM_THEME> Theme{*this, L"Theme", Windows_8, &USCheckBox::refresh};
 
   // Members whose public type differs from the one that is saved.
@@ -22,6 +22,7 @@ class USCheckBox final : public USCheckBoxGlue<USCheckBox, MarkControl> {
  private:
   void toggle(bool by_key) override;
   void draw_mark(int state, int x, int y) override;
+  void describe(AccessibleItem& item) const override;
 
   pcMemDC check_strip_;
 };

@@ -52,4 +52,11 @@ void USOptionButton::ambient_changed(DISPID) {
   repaint();
 }
 
+void USOptionButton::describe(AccessibleItem& item) const {
+  item.role = ROLE_SYSTEM_RADIOBUTTON;
+  item.state = STATE_SYSTEM_FOCUSABLE | (Value.get() ? STATE_SYSTEM_CHECKED : 0);
+  item.default_action = L"Marcar";
+  name_after(item, Caption.get());
+}
+
 }  // namespace kestrelon

@@ -12,7 +12,7 @@ class USOptionButton final : public USOptionButtonGlue<USOptionButton, MarkContr
   USOptionButton();
 
   // In the order of the property bag, after those of every mark.
-  Property<bool> Value{*this, L"Value", false, &USOptionButton::repaint};
+  Property<bool> Value{*this, L"Value", false, &USOptionButton::value_changed};
 
   /// Clears the others of the group whatever the value, False too.
   void set_value(bool value);
@@ -21,6 +21,7 @@ class USOptionButton final : public USOptionButtonGlue<USOptionButton, MarkContr
  private:
   void toggle(bool by_key) override;
   void draw_mark(int state, int x, int y) override;
+  void describe(AccessibleItem& item) const override;
   void got_focus() override;
   void ambient_changed(DISPID id) override;
   void clear_group();

@@ -1,5 +1,6 @@
 #include "controls/us_scroll_bar/us_scroll_bar.h"
 
+#include "base/decimal.h"
 #include "controls/us_scroll_bar/update_lock.h"
 
 namespace kestrelon {
@@ -55,6 +56,19 @@ void USScrollBar::lay_out() {
   const BarShape shape{width(), height(), Orientation.get() == Horizontal, ShowButtons.get()};
   layout_ = layout_bar(shape, range(), static_cast<int32_t>(Value.get()),
                        static_cast<int32_t>(LargeChange.get()), layout_.thumb_size);
+}
+
+void USScrollBar::describe(AccessibleItem& item) const {
+  item.role = ROLE_SYSTEM_SCROLLBAR;
+  item.value = decimal_text(Value.get());
+}
+
+bool USScrollBar::accessible_set_value(long, const std::wstring& value) {
+  wchar_t* end = nullptr;
+  const long wanted = wcstol(value.c_str(), &end, 10);
+  if (value.empty() || *end != 0) return false;
+  Value.put(wanted);
+  return true;
 }
 
 }  // namespace kestrelon

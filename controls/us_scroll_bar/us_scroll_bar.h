@@ -45,6 +45,8 @@ class USScrollBar final : public USScrollBarGlue<USScrollBar, ControlFrame> {
   void terminate() override;
   const Property<bool>* enabled_property() const override { return &Enabled; }
   void enabled_changed();
+  void describe(AccessibleItem& item) const override;
+  bool accessible_set_value(long child, const std::wstring& value) override;
   ScrollRange range() const;
   void lay_out();
   // us_scroll_bar_input.cpp
@@ -53,7 +55,7 @@ class USScrollBar final : public USScrollBarGlue<USScrollBar, ControlFrame> {
   void mouse_down(short button, short shift, float x, float y) override;
   void mouse_move(short button, short shift, float x, float y) override;
   void mouse_up(short button, short shift, float x, float y) override;
-  void key_down(short key, short shift) override;
+  void key_down(short& key, short& shift) override;
   void press();
   void release();
   void repeat();

@@ -6,12 +6,12 @@
 
 #include "controls/us_scroll_bar/update_lock.h"
 #include "controls/us_scroll_bar/us_scroll_bar.h"
+#include "frame/input_state.h"
 #include "frame/platform.h"
 
 namespace kestrelon {
 namespace {
 
-constexpr short kLeftButton = 1;
 constexpr UINT_PTR kRepeatTimer = 1;
 
 }  // namespace
@@ -139,7 +139,7 @@ void USScrollBar::release() {
   if (dragged) raise_change();
 }
 
-void USScrollBar::key_down(short key, short) {
+void USScrollBar::key_down(short& key, short&) {
   if (key == VK_LEFT || key == VK_UP) send_tab(true);
   if (key == VK_RIGHT || key == VK_DOWN) send_tab(false);
 }

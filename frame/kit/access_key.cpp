@@ -37,4 +37,13 @@ std::wstring access_key_from_end(std::wstring_view caption) {
   return {};
 }
 
+std::wstring without_access_marks(std::wstring_view caption) {
+  std::wstring out;
+  for (size_t i = 0; i < caption.size(); ++i) {
+    if (caption[i] == L'&' && ++i == caption.size()) break;
+    out += caption[i];
+  }
+  return out;
+}
+
 }  // namespace kestrelon

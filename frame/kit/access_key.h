@@ -14,4 +14,7 @@ std::wstring access_key_from_start(std::wstring_view caption);
 /// The same with the search from the end: the last single & that is not the last character.
 std::wstring access_key_from_end(std::wstring_view caption);
 
+/// The caption as it is read: without the marks, a doubled && as one &.
+std::wstring without_access_marks(std::wstring_view caption);
+
 }  // namespace kestrelon

@@ -90,6 +90,24 @@ constexpr ThemeEntry kToolBarEntries[] = {
     {L"BackColor", {0xE2A981, 0xBEBEBE, 0xDBC9BA}},
 };
 
+constexpr ThemeEntry kFlexGridEntries[] = {
+    {L"BorderColor", {0xF2CEB3, 0xBEBEBE, 0xDBC9BA}},
+    {L"BackColorSelected1", {0xFEF9F4, 0xF8F4F1, 0xFDF4E2}},
+    {L"BackColorSelected2", {0xFFEADA, 0xE7DCD6, 0xFDF4E2}},
+    {L"BackColorEvenRows", {0xFEF9F4, 0xF9F9F9, 0xF9F9F9}},
+    {L"ForeColorHeader", {0xB75F31, 0x917069, 0x917069}},
+    {L"ForeColorHeaderOver", {0xB75F31, 0x917069, 0x917069}},
+    {L"HeaderGradientColor1", {0xFEF9F4, 0xF8F4F1, 0xFDF7F2}},
+    {L"HeaderGradientColor2", {0xFFEADA, 0xE7DCD6, 0xF9F3EF}},
+    {L"CaptionGradientColor1", {0xFEF9F4, 0xF8F4F1, 0xFDF7F2}},
+    {L"CaptionGradientColor2", {0xFFEADA, 0xE7DCD6, 0xF9F3EF}},
+    {L"GridColor", {0xF7DECA, 0xE7DCD6, 0xF7EADF}},
+    {L"ProgressBarColor1", {0xFFFFFF, 0xFFFFFF, 0xFFFFFF}},
+    {L"ProgressBarColor2", {0xE2A981, 0xBEBEBE, 0xE7A665}},
+    {L"ProgressBarBorderColor", {0xF2CEB3, 0xBEBEBE, 0xDBC9BA}},
+    {L"FocusRectColor", {0x004080, 0x004080, 0xE7A665}},
+};
+
 }  // namespace
 
 constinit const ThemeTable kButton(kButtonEntries);
@@ -101,5 +119,6 @@ constinit const ThemeTable kComboBox(kComboBoxEntries);
 constinit const ThemeTable kListBox(kListBoxEntries);
 constinit const ThemeTable kTreeView(kTreeViewEntries);
 constinit const ThemeTable kToolBar(kToolBarEntries);
+constinit const ThemeTable kFlexGrid(kFlexGridEntries);
 
 }  // namespace kestrelon::theme

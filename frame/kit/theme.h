@@ -22,7 +22,7 @@ using ThemeTable = std::span<const ThemeEntry>;
 namespace theme {
 
 extern const ThemeTable kButton, kGroupBox, kProgressBar, kPictureLcd, kTextBox, kComboBox,
-    kListBox, kTreeView, kToolBar;
+    kListBox, kTreeView, kToolBar, kFlexGrid;
 
 // The roles that recur, for controls with a table of their own.
 inline constexpr uint32_t kFieldBorder[3] = {0xF2CEB3, 0xBEBEBE, 0xDBC9BA};

@@ -11,6 +11,7 @@ const std::vector<PageEntry>& pages() {
       {L"USOptionButton", L"Controles básicos", build_us_option_button_page},
       {L"USScrollBar", L"Controles básicos", build_us_scroll_bar_page},
       {L"Pedido de venda", L"Controles básicos", build_order_entry_page},
+      {L"USListBox", L"Listas", build_us_list_box_page},
       {L"c32bppDIB", L"Imagens", build_images_page},
       {L"USAlphaImage", L"Imagens", build_us_alpha_image_page},
       {L"USAnimatedImage", L"Imagens", build_animated_image_page},

@@ -12,6 +12,7 @@ void build_images_page(Page& page);
 void build_image_list_page(Page& page);
 void build_animated_image_page(Page& page);
 void build_us_check_box_page(Page& page);
+void build_us_list_box_page(Page& page);
 void build_us_scroll_bar_page(Page& page);
 void build_us_option_button_page(Page& page);
 

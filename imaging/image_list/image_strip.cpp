@@ -7,6 +7,9 @@ namespace kestrelon {
 namespace {
 
 constexpr int32_t kFirstGrowth = 8;  // cells
+// A strip that outgrows so many bytes takes all it may ever need, 4 MB: what is not used of it is
+// never touched, and no further copies are made.
+constexpr size_t kLastGrowth = 65536;
 
 // Copies rows and keeps every colour byte at or below its alpha.
 void copy_sound_rows(const ImageView& from, const MutableImageView& to) {
@@ -48,7 +51,9 @@ bool ImageStrip::reserve(int32_t cells) {
   int32_t wanted = cells;
   if (capacity_ > 0) {
     const int64_t doubled = std::max<int64_t>(int64_t{capacity_} * 2, kFirstGrowth);
-    wanted = static_cast<int32_t>(std::clamp<int64_t>(doubled, cells, max_size()));
+    const bool last = static_cast<size_t>(doubled) * cell_bytes() > kLastGrowth;
+    wanted =
+        last ? max_size() : static_cast<int32_t>(std::clamp<int64_t>(doubled, cells, max_size()));
   }
   c32bppDIB larger(factory_);
   if (!larger.InitializeDIB(cell_width_, wanted * cell_height_)) {

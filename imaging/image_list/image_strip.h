@@ -20,7 +20,7 @@ constexpr int32_t max_images(int64_t width, int64_t height) {
 }
 
 /// Cells are counted from 0, the first at the top; each is contiguous in memory. Memory grows
-/// geometrically, never beyond max_images().
+/// geometrically up to 64 KB, then to max_images() at once.
 class ImageStrip {
  public:
   ImageStrip(int32_t cell_width, int32_t cell_height, PixelStoreFactory factory);

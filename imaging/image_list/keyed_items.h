@@ -1,11 +1,11 @@
-// Items in a row, with a sorted index over the keys that some of them have.
+// Items in a row, with an index over the keys that some of them have.
 #pragma once
 
-#include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <variant>
 #include <vector>
 
@@ -24,11 +24,12 @@ class KeyedItems {
  public:
   int32_t size() const { return static_cast<int32_t>(items_.size()); }
   bool has(int64_t position) const { return position >= 1 && position <= size(); }
-  /// Position of the item with this key, or 0; an empty key is nobody's. Logarithmic.
+  /// Position of the item with this key, or 0; an empty key is nobody's. Takes no longer in a long
+  /// row than in a short one.
   int32_t find(std::wstring_view key) const {
     if (key.empty()) return 0;
-    const auto place = lower_bound(key);
-    return place != by_key_.end() && (*place)->key == key ? (*place)->position : 0;
+    const auto place = by_key_.find(key);
+    return place != by_key_.end() ? place->second->position : 0;
   }
   /// Position of the item that is named; throws an error from `source` if there is none.
   int32_t resolve(const ItemIndex& index, const wchar_t* source) const {
@@ -58,18 +59,18 @@ class KeyedItems {
     return items_[static_cast<size_t>(position - 1)].get();
   }
 
-  /// Room for `count` items, so that insert() of them does not throw.
+  /// Room for `count` items, made at once.
   void reserve(size_t count) {
     items_.reserve(count);
     by_key_.reserve(count);
   }
   /// `position` is at most size() + 1; the key, if any, must be free. A null item has no texts.
+  /// Throws only for lack of memory, and then has changed nothing.
   void insert(int32_t position, std::shared_ptr<Item> item) {
-    make_room_for_key();
-    Item* const added = item.get();
+    if (items_.size() == items_.capacity()) items_.reserve(items_.size() * 2 + 8);
+    if (item && !item->key.empty()) by_key_.emplace(item->key, item.get());
     items_.insert(items_.begin() + (position - 1), std::move(item));
     renumber(position);
-    if (added != nullptr && !added->key.empty()) by_key_.insert(lower_bound(added->key), added);
   }
   /// Appends items without texts.
   void append_plain(int32_t count) { items_.resize(items_.size() + static_cast<size_t>(count)); }
@@ -84,16 +85,30 @@ class KeyedItems {
   void clear() {
     for (const auto& item : items_)
       if (item) item->position = 0;
-    items_.clear();
     by_key_.clear();
+    items_.clear();
   }
   /// Gives a key, which must be free, or takes it away. The item belongs to this collection.
   void set_key(Item& item, std::wstring_view key) {
-    make_room_for_key();
-    std::wstring copy(key);
-    drop_key(item);
-    item.key = std::move(copy);
-    if (!item.key.empty()) by_key_.insert(lower_bound(item.key), &item);
+    // The entry of the index looks at the text of the item, so that it moves with it.
+    std::wstring kept(key);
+    auto entry = item.key.empty() ? Entry() : by_key_.extract(item.key);
+    if (kept.empty()) {
+      item.key.clear();
+      return;
+    }
+    item.key.swap(kept);
+    if (entry.empty()) {
+      try {
+        by_key_.emplace(item.key, &item);
+      } catch (...) {
+        item.key.clear();
+        throw;
+      }
+      return;
+    }
+    entry.key() = item.key;
+    by_key_.insert(std::move(entry));
   }
   void swap(KeyedItems& other) noexcept {
     items_.swap(other.items_);
@@ -101,20 +116,15 @@ class KeyedItems {
   }
 
  private:
+  // The texts are those of the items.
+  using Index = std::unordered_map<std::wstring_view, Item*>;
+  using Entry = typename Index::node_type;
+
   std::shared_ptr<Item>& slot(int32_t position) {
     return items_[static_cast<size_t>(position - 1)];
   }
-  auto lower_bound(std::wstring_view key) const {
-    return std::lower_bound(
-        by_key_.begin(), by_key_.end(), key,
-        [](const Item* item, std::wstring_view wanted) { return item->key < wanted; });
-  }
   void drop_key(const Item& item) {
-    if (!item.key.empty()) by_key_.erase(lower_bound(item.key));
-  }
-  // So that the index takes a key without an exception.
-  void make_room_for_key() {
-    if (by_key_.size() == by_key_.capacity()) by_key_.reserve(by_key_.size() * 2 + 8);
+    if (!item.key.empty()) by_key_.erase(item.key);
   }
   void renumber(int32_t from) {
     for (int32_t position = from; position <= size(); ++position)
@@ -122,7 +132,7 @@ class KeyedItems {
   }
 
   std::vector<std::shared_ptr<Item>> items_;
-  std::vector<Item*> by_key_;  // in the order of their keys
+  Index by_key_;
 };
 
 }  // namespace kestrelon

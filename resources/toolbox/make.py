@@ -70,6 +70,14 @@ def us_animated_image(canvas):
     canvas.fill(polygon([(5.5, 4.2), (12.0, 7.5), (5.5, 10.8)]), MARK, 2, 3, 14, 12)
 
 
+def us_list_box(canvas):
+    canvas.rectangle(1, 0, 15, 15, (0xFF, 0xFF, 0xFF))
+    canvas.frame(1, 0, 15, 15, BORDER)
+    canvas.rectangle(2, 5, 14, 9, vertical((0xDF, 0xEE, 0xFC), (0xB9, 0xD3, 0xEE), 5, 9))
+    for row, end in ((3, 11), (6, 10), (11, 12)):
+        canvas.rectangle(4, row, end, row + 1, (0x3A, 0x3A, 0x3A))
+
+
 ICONS = {name: draw for name, draw in list(globals().items()) if name.startswith("us_")}
 
 if __name__ == "__main__":

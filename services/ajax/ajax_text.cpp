@@ -2,6 +2,7 @@
 
 #include <cstdint>
 
+#include "base/decimal.h"
 #include "base/text.h"
 
 namespace kestrelon {
@@ -79,7 +80,7 @@ std::wstring decode_entities(std::wstring_view text) {
   replace_all(decoded, L"&nbsp;", L" ");
   for (int code = 1; code <= 255 && decoded.find(L"&#") != std::wstring::npos; ++code) {
     const char byte = static_cast<char>(code);
-    replace_all(decoded, L"&#" + std::to_wstring(code) + L";", from_ansi({&byte, 1}));
+    replace_all(decoded, L"&#" + decimal_text(code) + L";", from_ansi({&byte, 1}));
   }
   return decoded;
 }

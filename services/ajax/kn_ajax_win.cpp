@@ -1,4 +1,5 @@
 #include "services/ajax/kn_ajax_win.h"
+#include "base/decimal.h"
 
 namespace kestrelon {
 namespace {
@@ -86,7 +87,7 @@ bool KN_AJAX::ajax_post(const std::wstring& url, const std::wstring& charset, bo
     open(request, L"POST", full_address(url));
     set_header(request, L"Content-type",
                content_type(L"application/x-www-form-urlencoded", charset));
-    set_header(request, L"Content-length", std::to_wstring(wire_length(body)));
+    set_header(request, L"Content-length", decimal_text(wire_length(body)));
     set_header(request, L"Connection", L"close");
     return finish(request, Variant(body));
   } catch (const ComError&) {

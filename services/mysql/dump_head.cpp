@@ -3,6 +3,8 @@
 #include <array>
 #include <charconv>
 
+#include "services/mysql/file_errors.h"
+
 namespace kestrelon {
 namespace {
 
@@ -11,14 +13,23 @@ constexpr std::array<std::string_view, 4> kTotals = {
     ": end; tables=", " rows=", " objects=", " statements="};
 constexpr std::string_view kProduct = "-- Kestrelon 2012";
 
-std::string read_at(std::istream& file, std::streamoff from) {
+void seek(SystemFile& file, uint64_t offset) {
+  if (!file.seek(offset)) throw read_error();
+}
+
+std::string read_at(SystemFile& file, uint64_t from) {
   std::string bytes(kMostHead, '\0');
-  file.clear();
-  file.seekg(from);
-  file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  bytes.resize(static_cast<size_t>(file.gcount()));
-  file.clear();
-  file.seekg(0);
+  seek(file, from);
+  size_t size = 0;
+  while (size < kMostHead) {
+    const auto length =
+        file.read({reinterpret_cast<uint8_t*>(bytes.data()) + size, kMostHead - size});
+    if (!length) throw read_error();
+    if (*length == 0) break;
+    size += *length;
+  }
+  bytes.resize(size);
+  seek(file, 0);
   return bytes;
 }
 
@@ -55,17 +66,13 @@ DumpKind kind_of_dump(std::string_view head) {
   return DumpKind::kTold;
 }
 
-std::string head_of(std::istream& file) {
+std::string head_of(SystemFile& file) {
   return read_at(file, 0);
 }
 
-std::string last_line_of(std::istream& file) {
-  file.clear();
-  file.seekg(0, std::ios::end);
-  const auto size = static_cast<std::streamoff>(file.tellg());
-  std::string tail = read_at(file, size > static_cast<std::streamoff>(kMostHead)
-                                       ? size - static_cast<std::streamoff>(kMostHead)
-                                       : 0);
+std::string last_line_of(SystemFile& file) {
+  const uint64_t size = file.size().value_or(0);
+  std::string tail = read_at(file, size > kMostHead ? size - kMostHead : 0);
   while (!tail.empty() && static_cast<unsigned char>(tail.back()) <= ' ') tail.pop_back();
   return tail.substr(tail.find_last_of("\r\n") + 1);  // from 0 without a line end
 }

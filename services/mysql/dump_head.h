@@ -2,10 +2,11 @@
 #pragma once
 
 #include <cstdint>
-#include <istream>
 #include <optional>
 #include <string>
 #include <string_view>
+
+#include "base/system_file.h"
 
 namespace kestrelon {
 
@@ -31,9 +32,9 @@ enum class DumpKind : uint8_t {
 
 /// Kind by the first bytes, which may start with a byte order mark.
 DumpKind kind_of_dump(std::string_view head);
-/// The first bytes of a file, at most 4096; the stream stands at its start again.
-std::string head_of(std::istream& file);
-/// The last line that is not empty, at most 4096 bytes of it; the stream stands at its start again.
-std::string last_line_of(std::istream& file);
+/// The first bytes of a file, at most 4096; the file stands at its start again.
+std::string head_of(SystemFile& file);
+/// The last line that is not empty, at most 4096 bytes of it; the file stands at its start again.
+std::string last_line_of(SystemFile& file);
 
 }  // namespace kestrelon

@@ -1,7 +1,5 @@
 #include "services/mysql/dump_lines.h"
 
-#include <filesystem>
-
 #include "base/text.h"
 #include "services/mysql/file_errors.h"
 
@@ -12,18 +10,18 @@ void LineWriter::line(std::wstring_view text) {
 }
 
 void LineWriter::bytes(std::string_view text) {
-  target_.write(text);
-  target_.write("\r\n");
-  target_.flush();
+  line_.assign(text);
+  line_ += "\r\n";
+  target_.write(line_);
   ++count_;
 }
 
 bool LineReader::fill() {
   block_.resize(kBlock);
-  bytes_.read(block_.data(), kBlock);
-  block_.resize(static_cast<size_t>(bytes_.gcount()));
+  const auto length = source_({reinterpret_cast<uint8_t*>(block_.data()), kBlock});
+  if (!length) throw read_error();
+  block_.resize(*length);
   at_ = 0;
-  if (bytes_.bad()) throw DbError(kDeviceError, L"Erro de leitura no arquivo.");
   return !block_.empty();
 }
 
@@ -52,15 +50,14 @@ bool LineReader::next(std::string& line) {
   return has_any;
 }
 
-std::ifstream open_lines(const std::wstring& path, int64_t& length) {
-  const std::filesystem::path file(path);
-  std::error_code error;
-  if (path.empty() || !std::filesystem::is_regular_file(file, error))
+SystemFile open_lines(const std::wstring& path, int64_t& length) {
+  if (file_kind(path) != FileKind::kPlain)
     throw DbError(kFileNotFound, L"Arquivo não encontrado: " + path);
-  std::ifstream bytes(file, std::ios::binary);
-  length = static_cast<int64_t>(std::filesystem::file_size(file, error));
-  if (!bytes || error) throw path_access_error(path);
-  return bytes;
+  SystemFile file = SystemFile::open(path);
+  const auto size = file ? file.size() : std::nullopt;
+  if (!size) throw path_access_error(path);
+  length = static_cast<int64_t>(*size);
+  return file;
 }
 
 }  // namespace kestrelon

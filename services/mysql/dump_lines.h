@@ -2,18 +2,20 @@
 #pragma once
 
 #include <cstdint>
-#include <fstream>
-#include <istream>
+#include <functional>
+#include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
+#include "base/system_file.h"
 #include "services/mysql/dump_target.h"
 
 namespace kestrelon {
 
-/// Writes a file line by line, each ending in CR LF and flushed before the next, so that a run that
-/// breaks leaves what was written (see DumpTarget where). Throws DbError when the file cannot be
-/// made or written.
+/// Writes a file line by line, each ending in CR LF and given to the system before the next, so
+/// that a run that breaks leaves what was written (see DumpTarget where). Throws DbError when the
+/// file cannot be made or written.
 class LineWriter {
  public:
   explicit LineWriter(const std::wstring& path) : target_(path) {}
@@ -30,6 +32,7 @@ class LineWriter {
 
  private:
   DumpTarget target_;
+  std::string line_;  // with its end, for one write
   long count_ = 0;
 };
 
@@ -37,8 +40,10 @@ class LineWriter {
 /// longest line.
 class LineReader {
  public:
-  /// `bytes` must outlive the reader.
-  explicit LineReader(std::istream& bytes) : bytes_(bytes) {}
+  /// Fills the room given or a part of it: 0 at the end, nothing on an error.
+  using Source = std::function<std::optional<size_t>(std::span<uint8_t> room)>;
+
+  explicit LineReader(Source source) : source_(std::move(source)) {}
 
   /// The next line without its end, valid until the next call; false at the end of the file.
   /// Throws DbError when the bytes cannot be read.
@@ -49,13 +54,13 @@ class LineReader {
 
   static constexpr size_t kBlock = 65536;
 
-  std::istream& bytes_;
+  Source source_;
   std::string block_;
   size_t at_ = 0;
   bool after_cr_ = false;
 };
 
 /// Opens a file for reading; throws DbError when it is missing or cannot be read. Gives its length.
-std::ifstream open_lines(const std::wstring& path, int64_t& length);
+SystemFile open_lines(const std::wstring& path, int64_t& length);
 
 }  // namespace kestrelon

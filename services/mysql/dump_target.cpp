@@ -1,59 +1,40 @@
 #include "services/mysql/dump_target.h"
 
-#include <filesystem>
-
-#include "services/mysql/db_connection.h"
 #include "services/mysql/file_errors.h"
 
 namespace kestrelon {
-namespace fs = std::filesystem;
 namespace {
 
 // A device or a pipe has no place that another file could take.
 std::wstring partial_path(const std::wstring& path) {
-  std::error_code error;
-  const fs::file_status status = fs::status(path, error);
-  const bool is_special = fs::exists(status) && !fs::is_regular_file(status);
-  return is_special ? path : path + L".parcial";
+  return file_kind(path) == FileKind::kOther ? path : path + L".parcial";
+}
+
+void check(bool written) {
+  if (!written) throw DbError(kDiskFull, L"Disco cheio ou erro de gravação no arquivo.");
 }
 
 }  // namespace
 
 DumpTarget::DumpTarget(const std::wstring& path)
-    : path_(path),
-      partial_(partial_path(path)),
-      file_(fs::path(partial_), std::ios::binary | std::ios::trunc) {
-  if (path.empty() || !file_) throw path_access_error(path);
+    : path_(path), partial_(partial_path(path)), file_(SystemFile::create(partial_)) {
+  if (!file_) throw path_access_error(path);
 }
 
 DumpTarget::~DumpTarget() {
   if (!is_open_) return;
   file_.close();
-  std::error_code error;
-  if (!fs::exists(fs::path(path_), error)) fs::rename(partial_, path_, error);
+  if (file_kind(path_) == FileKind::kNone) move_file(partial_, path_);
 }
 
 void DumpTarget::write(std::string_view bytes) {
-  file_.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  check();
-}
-
-void DumpTarget::flush() {
-  file_.flush();
-  check();
+  check(file_.write(bytes));
 }
 
 void DumpTarget::complete() {
-  file_.close();
-  check();
-  std::error_code error;
-  if (partial_ != path_) fs::rename(partial_, path_, error);
-  if (error) throw path_access_error(path_);
+  check(file_.close());
+  if (partial_ != path_ && !move_file(partial_, path_)) throw path_access_error(path_);
   is_open_ = false;
-}
-
-void DumpTarget::check() const {
-  if (!file_) throw DbError(kDiskFull, L"Disco cheio ou erro de gravação no arquivo.");
 }
 
 }  // namespace kestrelon

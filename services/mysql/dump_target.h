@@ -1,9 +1,10 @@
 // The file of a backup: written beside the old one, in whose place it comes when it is complete.
 #pragma once
 
-#include <fstream>
 #include <string>
 #include <string_view>
+
+#include "base/system_file.h"
 
 namespace kestrelon {
 
@@ -17,18 +18,15 @@ class DumpTarget {
   DumpTarget(const DumpTarget&) = delete;
   DumpTarget& operator=(const DumpTarget&) = delete;
 
+  /// Hands the bytes to the system.
   void write(std::string_view bytes);
-  /// Hands to the system what was written so far.
-  void flush();
   void complete();
 
  private:
-  void check() const;
-
   std::wstring path_;
   std::wstring partial_;  // the path itself for what is no plain file
   bool is_open_ = true;
-  std::ofstream file_;
+  SystemFile file_;
 };
 
 }  // namespace kestrelon

@@ -1,5 +1,6 @@
 #include "services/mysql/dump_writer.h"
 
+#include "base/decimal.h"
 #include "base/text.h"
 #include "services/kn_format_ex.h"
 #include "services/mysql/file_errors.h"
@@ -29,7 +30,7 @@ void DumpWriter::write() {
   lines_.line(L"--  Fim do arquivo: " + moment_text());
   lines_.complete();
   observer_.progress(100, 100);
-  observer_.status(L"O backup de " + std::to_wstring(tables) + L" tabela(s) foi concluído.");
+  observer_.status(L"O backup de " + decimal_text(tables) + L" tabela(s) foi concluído.");
 }
 
 std::wstring DumpWriter::moment_text() const {
@@ -113,8 +114,8 @@ void DumpWriter::write_routines(const RoutineKind& kind) {
     check_cancel();
     const int64_t total = routines->record_count();
     observer_.status(L"Efetuando backup da procedure (" +
-                     std::to_wstring(routines->absolute_position()) + L" de " +
-                     std::to_wstring(total) + L"): " + name);
+                     decimal_text(routines->absolute_position()) + L" de " + decimal_text(total) +
+                     L"): " + name);
     observer_.progress(total, 0);
     if (!is_first) lines_.blank();
     is_first = false;
@@ -179,7 +180,7 @@ bool DumpWriter::write_table(RecordSet& tables, const std::wstring& name) {
   const uint64_t before = values_.altered();
   write_rows(std::move(result), name);
   if (const uint64_t altered = values_.altered() - before)
-    log_.altered(L"Tabela " + comment_text(quoted_name(name)) + L": " + std::to_wstring(altered) +
+    log_.altered(L"Tabela " + comment_text(quoted_name(name)) + L": " + decimal_text(static_cast<int64_t>(altered)) +
                      L" valor(es) que este formato altera.",
                  altered);
   return true;

@@ -2,6 +2,7 @@
 // set and collation.
 #include <algorithm>
 
+#include "base/decimal.h"
 #include "base/text.h"
 #include "services/mysql/exact_dump.h"
 #include "services/mysql/file_errors.h"
@@ -84,7 +85,7 @@ void ExactDump::write_programs(const ProgramKind& kind) {
   for (size_t i = 0; i < names.size(); ++i) {
     step(i, names.size());
     observer_.status(L"Efetuando backup da " + std::wstring(kind.label) + L" (" +
-                     std::to_wstring(i + 1) + L" de " + std::to_wstring(names.size()) + L"): " +
+                     decimal_text(static_cast<int64_t>(i + 1)) + L" de " + decimal_text(static_cast<int64_t>(names.size())) + L"): " +
                      names[i]);
     write_program(kind, names[i]);
   }

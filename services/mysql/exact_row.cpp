@@ -1,8 +1,8 @@
 #include "services/mysql/exact_row.h"
 
 #include <algorithm>
-#include <charconv>
 
+#include "base/decimal.h"
 #include "services/mysql/file_errors.h"
 #include "services/mysql/utf8_text.h"
 
@@ -76,10 +76,11 @@ void append_number(std::string& line, std::wstring_view text) {
   if (line.size() == start) line += "''";
 }
 
-template <class Number>
-void append_shortest(std::string& line, Number value) {
-  char text[40];
-  line.append(text, std::to_chars(text, text + sizeof text, value).ptr);
+// The fewest digits that read as the same number.
+void append_shortest(std::string& line, double value) {
+  int digits = 15;
+  while (digits < 17 && rounded_to(value, digits) != value) ++digits;
+  line += general_text(value, digits);
 }
 
 void append_two(std::string& line, int value) {

@@ -1,6 +1,7 @@
 // Tables and their rows in an exact dump.
 #include <algorithm>
 
+#include "base/decimal.h"
 #include "base/text.h"
 #include "services/mysql/exact_dump.h"
 #include "services/mysql/file_errors.h"
@@ -105,7 +106,7 @@ std::wstring ExactDump::select_of(const std::wstring& name, const std::vector<Ex
       one.fields = static_cast<size_t>((longest + piece - 1) / piece);
       for (size_t i = 0; i < one.fields; ++i)
         list += (i > 0 ? L", HEX(SUBSTRING(CAST(" : L"HEX(SUBSTRING(CAST(") + column.bytes +
-                L" AS BINARY)," + std::to_wstring(i * piece + 1) + L"," + std::to_wstring(piece) +
+                L" AS BINARY)," + decimal_text(static_cast<int64_t>(i * piece + 1)) + L"," + decimal_text(static_cast<int64_t>(piece)) +
                 L"))";
     }
     fields += one.fields;

@@ -21,6 +21,10 @@ inline DbError path_access_error(const std::wstring& path) {
   return {kPathAccess, L"Erro de acesso ao caminho/arquivo: " + path};
 }
 
+inline DbError read_error() {
+  return {kDeviceError, L"Erro de leitura no arquivo."};
+}
+
 inline DbError out_of_memory_error() {
   return {kOutOfMemory, L"Memória insuficiente."};
 }

@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "base/decimal.h"
 #include "services/mysql/dump_writer.h"
 #include "services/mysql/exact_dump.h"
 #include "services/mysql/file_errors.h"
@@ -11,8 +12,8 @@
 namespace kestrelon {
 
 void MysqlService::keep_error(long number, const std::wstring& text, long line) {
-  error_description_ = L"Mensagem original de erro:\r\n-\r\nLinha: " + std::to_wstring(line) +
-                       L"\r\nNúmero: " + std::to_wstring(number) + L"\r\nDescrição: " + text;
+  error_description_ = L"Mensagem original de erro:\r\n-\r\nLinha: " + decimal_text(line) +
+                       L"\r\nNúmero: " + decimal_text(number) + L"\r\nDescrição: " + text;
 }
 
 template <class Work>

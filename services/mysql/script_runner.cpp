@@ -1,5 +1,6 @@
 #include "services/mysql/script_runner.h"
 
+#include "base/decimal.h"
 #include "base/text.h"
 #include "services/mysql/block_tracker.h"
 #include "services/mysql/dump_lines.h"
@@ -25,8 +26,8 @@ void run_lines(const std::wstring& path, MaintenanceObserver& observer, ScriptOu
   try {
     int64_t length = 0;
     int64_t characters = 0;
-    std::ifstream file = open_lines(path, length);
-    LineReader reader(file);
+    SystemFile file = open_lines(path, length);
+    LineReader reader([&file](std::span<uint8_t> room) { return file.read(room); });
     for (std::string line; !outcome.stopped && reader.next(line);) {
       characters += static_cast<int64_t>(line.size());
       observer.progress(length, characters);
@@ -84,7 +85,7 @@ class ToldRestore {
 
   void finish() {
     if (gatherer_.is_gathering())
-      fail(L"O arquivo termina no meio de um comando: o da linha " + std::to_wstring(first_line_) +
+      fail(L"O arquivo termina no meio de um comando: o da linha " + decimal_text(first_line_) +
                L".",
            last_line_);
     else if (is_skipping_)
@@ -120,7 +121,7 @@ class ToldRestore {
   }
 
   void unfinished() {
-    fail(L"O bloco que começa na linha " + std::to_wstring(first_line_) + L" não termina.",
+    fail(L"O bloco que começa na linha " + decimal_text(first_line_) + L" não termina.",
          first_line_);
   }
 
@@ -158,7 +159,7 @@ ScriptOutcome restore_file(const std::wstring& path, DbConnection& connection,
   ScriptOutcome outcome;
   try {
     int64_t length = 0;
-    std::ifstream file = open_lines(path, length);
+    SystemFile file = open_lines(path, length);
     const DumpKind kind = kind_of_dump(head_of(file));
     if (kind != DumpKind::kTold)
       restore_sql(path, file, length, kind, connection, observer, ignore_error, outcome);
@@ -189,7 +190,7 @@ ScriptOutcome run_script_by_line(const std::wstring& path, DbConnection& connect
     long error = try_execute(connection, command, outcome, number);
     if (const long other = try_execute(connection, L"COMMIT;", outcome, number)) error = other;
     if (error != 0) ++outcome.errors;
-    std::wstring told = error != 0 ? command + L" Erro:" + std::to_wstring(error) : command;
+    std::wstring told = error != 0 ? command + L" Erro:" + decimal_text(error) : command;
     observer.command(told);
     ++outcome.commands;
   });

@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "base/decimal.h"
 #include "services/mysql/file_errors.h"
 #include "services/mysql/session_keeper.h"
 #include "services/mysql/sql_splitter.h"
@@ -23,11 +24,11 @@ struct Counted {
   bool is_cut = false;
 };
 
-Counted count_statements(std::istream& file, const std::string& sql_mode,
+Counted count_statements(SystemFile& file, const std::string& sql_mode,
                          MaintenanceObserver& observer) {
   constexpr int64_t kBetweenPumps = 1024;
   Counted counted;
-  SqlSplitter splitter(file, sql_mode);
+  SqlSplitter splitter([&file](std::span<uint8_t> room) { return file.read(room); }, sql_mode);
   for (std::string_view statement; splitter.next(statement);) {
     if (++counted.statements % kBetweenPumps != 0) continue;
     observer.pump();
@@ -35,28 +36,27 @@ Counted count_statements(std::istream& file, const std::string& sql_mode,
   }
   counted.line = splitter.line();
   counted.is_cut = splitter.is_cut();
-  file.clear();
-  file.seekg(0);
+  if (!file.seek(0)) throw read_error();
   return counted;
 }
 
 // Throws when the file is not whole.
-void check_exact(const std::wstring& path, std::istream& file, const std::string& sql_mode,
+void check_exact(const std::wstring& path, SystemFile& file, const std::string& sql_mode,
                  MaintenanceObserver& observer) {
   const auto totals = read_closing_line(last_line_of(file));
   if (!totals) throw cut_error(path, L"falta a linha final da cópia.");
   const Counted counted = count_statements(file, sql_mode, observer);
   if (counted.is_cut)
     throw cut_error(path,
-                    L"o comando da linha " + std::to_wstring(counted.line) + L" não termina.");
+                    L"o comando da linha " + decimal_text(counted.line) + L" não termina.");
   if (counted.statements != totals->statements)
-    throw cut_error(path, L"tem " + std::to_wstring(counted.statements) +
-                              L" comandos em lugar de " + std::to_wstring(totals->statements) +
+    throw cut_error(path, L"tem " + decimal_text(counted.statements) +
+                              L" comandos em lugar de " + decimal_text(totals->statements) +
                               L".");
 }
 
 // The server's tool ends its files with a comment, unless it was asked for none at all.
-void check_servers(const std::wstring& path, std::istream& file, const std::string& sql_mode,
+void check_servers(const std::wstring& path, SystemFile& file, const std::string& sql_mode,
                    MaintenanceObserver& observer) {
   const std::string head = head_of(file);
   const bool has_comments = head.find("-- MariaDB dump") != std::string::npos ||
@@ -66,7 +66,7 @@ void check_servers(const std::wstring& path, std::istream& file, const std::stri
   const Counted counted = count_statements(file, sql_mode, observer);
   if (counted.is_cut)
     throw cut_error(path,
-                    L"o comando da linha " + std::to_wstring(counted.line) + L" não termina.");
+                    L"o comando da linha " + decimal_text(counted.line) + L" não termina.");
 }
 
 void give_back_database(DbConnection& connection, const std::wstring& database) {
@@ -114,13 +114,13 @@ void run_all(SqlSplitter& splitter, StatementText& text, int64_t length, DbConne
   if (!outcome.stopped && splitter.is_cut())
     keep_error(outcome,
                {kInputPastEnd, L"O arquivo termina no meio do comando da linha " +
-                                   std::to_wstring(splitter.line()) + L"."},
+                                   decimal_text(splitter.line()) + L"."},
                splitter.line(), ignore_error);
 }
 
 }  // namespace
 
-void restore_sql(const std::wstring& path, std::istream& file, int64_t length, DumpKind kind,
+void restore_sql(const std::wstring& path, SystemFile& file, int64_t length, DumpKind kind,
                  DbConnection& connection, MaintenanceObserver& observer, bool ignore_error,
                  ScriptOutcome& outcome) {
   std::optional<SessionKeeper> session(std::in_place, connection);
@@ -136,7 +136,7 @@ void restore_sql(const std::wstring& path, std::istream& file, int64_t length, D
   if (outcome.stopped) return;
   check_driver(connection);
   session->undo_open_work();
-  SqlSplitter splitter(file, sql_mode);
+  SqlSplitter splitter([&file](std::span<uint8_t> room) { return file.read(room); }, sql_mode);
   StatementText text(session->executes_immediate());
   run_all(splitter, text, length, connection, observer, ignore_error, outcome);
   const std::wstring database = session->database();

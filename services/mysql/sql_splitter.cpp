@@ -34,7 +34,8 @@ constexpr std::array<bool, 256> kSpecial = special_bytes();
 
 }  // namespace
 
-SqlSplitter::SqlSplitter(std::istream& bytes, std::string_view sql_mode) : bytes_(bytes) {
+SqlSplitter::SqlSplitter(LineReader::Source source, std::string_view sql_mode)
+    : source_(std::move(source)) {
   set_modes(sql_mode);
   constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
   if (at_text(kByteOrderMark)) at_ += kByteOrderMark.size();
@@ -45,10 +46,10 @@ bool SqlSplitter::has(size_t offset) {
     if (is_read_) return false;
     const size_t size = buffer_.size();
     buffer_.resize(size + kBlock);
-    bytes_.read(buffer_.data() + size, kBlock);
-    buffer_.resize(size + static_cast<size_t>(bytes_.gcount()));
-    if (bytes_.bad()) throw DbError(kDeviceError, L"Erro de leitura no arquivo.");
-    is_read_ = buffer_.size() == size;
+    const auto length = source_({reinterpret_cast<uint8_t*>(buffer_.data()) + size, kBlock});
+    if (!length) throw read_error();
+    buffer_.resize(size + *length);
+    is_read_ = *length == 0;
   }
   return true;
 }

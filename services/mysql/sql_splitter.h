@@ -2,9 +2,10 @@
 #pragma once
 
 #include <cstdint>
-#include <istream>
 #include <string>
 #include <string_view>
+
+#include "services/mysql/dump_lines.h"
 
 namespace kestrelon {
 
@@ -13,9 +14,9 @@ namespace kestrelon {
 /// statements of their own and never parted. Memory is that of the longest statement.
 class SqlSplitter {
  public:
-  /// `bytes` must outlive the splitter. `sql_mode` is the session's at the start; later changes are
-  /// read from the statements themselves, since two modes change what a quote is.
-  explicit SqlSplitter(std::istream& bytes, std::string_view sql_mode = {});
+  /// `sql_mode` is the session's at the start; later changes are read from the statements
+  /// themselves, since two modes change what a quote is.
+  explicit SqlSplitter(LineReader::Source source, std::string_view sql_mode = {});
 
   /// The next statement without its delimiter, valid until the next call; false at the end.
   /// Throws DbError when the bytes cannot be read.
@@ -47,7 +48,7 @@ class SqlSplitter {
 
   static constexpr size_t kBlock = 1 << 18;
 
-  std::istream& bytes_;
+  LineReader::Source source_;
   std::string buffer_;
   size_t at_ = 0;
   int64_t passed_ = 0;  // bytes dropped from the front of the buffer

@@ -1,5 +1,6 @@
 #include "services/mysql/sql_text.h"
 
+#include "base/decimal.h"
 #include "base/text.h"
 #include "services/mysql/utf8_text.h"
 
@@ -17,7 +18,7 @@ std::wstring value_text(const DbValue& value) {
     case DbValue::Kind::kBytes:
       return from_ansi(value.bytes);
     case DbValue::Kind::kReal:
-      return std::to_wstring(static_cast<int64_t>(value.real));
+      return decimal_text(static_cast<int64_t>(value.real));
     case DbValue::Kind::kBoolean:
       return value.boolean ? L"True" : L"False";
     default:
@@ -139,8 +140,8 @@ bool database_names_have_case(DbConnection& connection) {
 }
 
 std::wstring position_text(RecordSet& result, int offset) {
-  return L"(" + std::to_wstring(result.absolute_position() + offset) + L" de " +
-         std::to_wstring(result.record_count()) + L"): ";
+  return L"(" + decimal_text(result.absolute_position() + offset) + L" de " +
+         decimal_text(result.record_count()) + L"): ";
 }
 
 }  // namespace kestrelon

@@ -3,6 +3,7 @@
 #include <array>
 #include <string_view>
 
+#include "base/decimal.h"
 #include "services/mysql/sql_text.h"
 
 namespace kestrelon {
@@ -79,7 +80,7 @@ void repair_tables(DbConnection& connection, MaintenanceObserver& observer, int 
 void flush_server(DbConnection& connection, MaintenanceObserver& observer, int what) {
   constexpr int kUnknownFlush = 50015;
   if (what < 0 || static_cast<size_t>(what) >= kFlushArguments.size()) {
-    observer.status(L"Erro: " + std::to_wstring(kUnknownFlush));
+    observer.status(L"Erro: " + decimal_text(kUnknownFlush));
     return;
   }
   connection.execute(L"FLUSH " + choice(kFlushArguments, what));

@@ -1,8 +1,8 @@
 #include "services/mysql/value_writer.h"
 
 #include <algorithm>
-#include <charconv>
 
+#include "base/decimal.h"
 #include "base/text.h"
 #include "services/kn_format_ex.h"
 
@@ -87,18 +87,12 @@ void ValueWriter::append_text(std::string& line, std::wstring_view text, int fie
 }
 
 void ValueWriter::append_real(std::string& line, double value, bool single) {
-  constexpr int kDigitsOfDouble = 15;
-  constexpr int kDigitsOfSingle = 7;
-  char text[40];
-  const auto told = std::to_chars(text, text + sizeof text, value, std::chars_format::general,
-                                  single ? kDigitsOfSingle : kDigitsOfDouble);
-  double back = 0;
-  std::from_chars(text, told.ptr, back);
+  const int digits = single ? 7 : 15;
+  const double back = rounded_to(value, digits);
   const bool equal = single ? static_cast<float>(back) == static_cast<float>(value) : back == value;
   if (!equal) ++altered_;
-  std::replace(text, told.ptr, 'e', 'E');
   line.push_back('\'');
-  line.append(text, told.ptr);
+  line += general_text(value, digits);
   line.push_back('\'');
 }
 

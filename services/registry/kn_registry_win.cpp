@@ -1,15 +1,15 @@
 #include "services/registry/kn_registry_win.h"
 
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-
+#include "base/file_bytes.h"
+#include "base/system_file.h"
 #include "services/late_object_win.h"
 #include "services/registry/binary_text.h"
 #include "services/registry/regedit4.h"
 
 namespace kestrelon {
 namespace {
+
+constexpr uint64_t kLargestImport = uint64_t{1} << 30;  // bytes
 
 // Texts go to the registry in the machine's ANSI code page.
 std::string to_page(std::wstring_view text) {
@@ -159,11 +159,10 @@ long KN_REGISTRY::enum_values(const std::wstring& path, SAFEARRAY** names, SAFEA
 
 bool KN_REGISTRY::export_to_reg(const std::wstring& path, const std::wstring& file, bool subkeys,
                                 const VARIANT& output, bool escaped) {
-  const std::filesystem::path target(file);
-  std::error_code error;
-  if (file.empty() || std::filesystem::exists(target, error)) return false;
+  if (file_kind(file) != FileKind::kNone) return false;
   if (!registry_.key_exists(to_page(path))) return false;
-  std::ofstream out(target, std::ios::binary);
+  SystemFile out = SystemFile::create(file);
+  if (!out) return false;
   RegExportOptions options;
   options.subkeys = subkeys;
   options.escaped = escaped;
@@ -175,17 +174,17 @@ bool KN_REGISTRY::export_to_reg(const std::wstring& path, const std::wstring& fi
     };
   }
   try {
-    return out && export_registry(registry_, to_page(path), options, out);
+    return export_registry(registry_, to_page(path), options,
+                           [&out](std::string_view piece) { return out.write(piece); });
   } catch (const ComError&) {
     return false;
   }
 }
 
 bool KN_REGISTRY::import_from_reg(const std::wstring& file) {
-  std::ifstream in(std::filesystem::path(file), std::ios::binary);
-  if (!in) return false;
-  const std::string text{std::istreambuf_iterator<char>(in), {}};
-  return import_registry(registry_, text);
+  const auto text = read_file(file, kLargestImport);
+  return text &&
+         import_registry(registry_, {reinterpret_cast<const char*>(text->data()), text->size()});
 }
 
 std::wstring KN_REGISTRY::str_to_bin(const std::wstring& text) {

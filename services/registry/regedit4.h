@@ -2,7 +2,6 @@
 #pragma once
 
 #include <functional>
-#include <iosfwd>
 #include <string>
 #include <string_view>
 
@@ -24,9 +23,12 @@ struct RegExportOptions {
   std::function<void(const std::string& path)> on_key;
 };
 
-/// Writes the head and a key with its branch. False when the text cannot be written.
+/// Takes a piece of the text; false when it cannot be written.
+using RegTextSink = std::function<bool(std::string_view piece)>;
+
+/// Writes the head and a key with its branch. False as soon as the text cannot be written.
 bool export_registry(RegistryService& registry, std::string_view path,
-                     const RegExportOptions& options, std::ostream& out);
+                     const RegExportOptions& options, const RegTextSink& out);
 
 /// Applies a text to the registry, making missing keys. False for another head than REGEDIT4 or for
 /// a malformed double word or line continuation; what stands before it has then been applied. The

@@ -1,5 +1,3 @@
-#include <ostream>
-
 #include "services/registry/binary_text.h"
 #include "services/registry/regedit4.h"
 
@@ -7,10 +5,11 @@ namespace kestrelon {
 namespace {
 
 constexpr std::string_view kLineEnd = "\r\n";
+constexpr size_t kPiece = 65536;
 
 class Writer {
  public:
-  Writer(RegistryService& registry, const RegExportOptions& options, std::ostream& out)
+  Writer(RegistryService& registry, const RegExportOptions& options, const RegTextSink& out)
       : registry_(registry), options_(options), out_(out) {}
 
   void write_head() {
@@ -33,15 +32,22 @@ class Writer {
       if (!value.name.empty() || options_.escaped) write_value(value_name(value), value);
     if (options_.escaped) write_other_kinds(path);
     line({});
-    if (!options_.subkeys || !out_) return;
+    if (!options_.subkeys || failed_) return;
     for (const std::string& name : registry_.subkeys(path))
       write_key(std::string(path) + "\\" + name);
   }
 
+  bool flush() {
+    failed_ = failed_ || !out_(text_);
+    text_.clear();
+    return !failed_;
+  }
+
  private:
   void line(std::string_view text) {
-    out_.write(text.data(), static_cast<std::streamsize>(text.size()));
-    out_.write(kLineEnd.data(), kLineEnd.size());
+    text_ += text;
+    text_ += kLineEnd;
+    if (text_.size() >= kPiece) flush();
   }
 
   std::string quoted(std::string_view text) const {
@@ -112,18 +118,19 @@ class Writer {
 
   RegistryService& registry_;
   const RegExportOptions& options_;
-  std::ostream& out_;
+  const RegTextSink& out_;
+  std::string text_;  // not yet given to the sink
+  bool failed_ = false;
 };
 
 }  // namespace
 
 bool export_registry(RegistryService& registry, std::string_view path,
-                     const RegExportOptions& options, std::ostream& out) {
+                     const RegExportOptions& options, const RegTextSink& out) {
   Writer writer(registry, options, out);
   writer.write_head();
   writer.write_key(path);
-  out.flush();
-  return static_cast<bool>(out);
+  return writer.flush();
 }
 
 }  // namespace kestrelon

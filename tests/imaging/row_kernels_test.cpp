@@ -157,18 +157,38 @@ TEST(GrayRows, AllFormulasRoundTheExactSumHalvesToEven) {
   }
 }
 
-TEST(PickRows, AllSetsGiveEqualBytes) {
+TEST(ReversedRows, AllSetsGiveEqualBytes) {
   std::mt19937 random(7);
   std::vector<uint8_t> row(4 * 103);
   for (uint8_t& byte : row) byte = static_cast<uint8_t>(random());
-  std::vector<int32_t> places;
-  for (uint32_t x = 0; x < 101; ++x) places.push_back(static_cast<int32_t>((x * 53) % 103));
-  std::vector<std::vector<uint8_t>> results;
+  std::vector<uint8_t> first(row.size()), out(row.size());
+  plain_row_kernels().reverse(first.data(), row.data(), 103);
   for (const RowKernels* set : kernel_sets()) {
-    auto& out = results.emplace_back(4 * (places.size() + 103));
-    set->pick(out.data(), row.data(), places.data(), places.size());
-    set->reverse(out.data() + places.size() * 4, row.data(), 103);
-    EXPECT_EQ(results.back(), results.front()) << set->name;
+    set->reverse(out.data(), row.data(), 103);
+    EXPECT_EQ(out, first) << set->name;
+  }
+}
+
+// Steps of every size, even ones and jumps, to the last pixel of a row that ends where its memory
+// does.
+TEST(PickRows, EverySetTakesThePixelsNamed) {
+  std::mt19937 random(7);
+  for (int round = 0; round < 4000; ++round) {
+    const uint32_t width = 1 + random() % 300, count = 1 + random() % 120;
+    std::vector<uint32_t> row(width), expected(count), out(count);
+    for (uint32_t& pixel : row) pixel = random();
+    std::vector<int32_t> columns(count);
+    const bool even = random() % 3 != 0;
+    for (uint32_t x = 0; x < count; ++x)
+      columns[x] = static_cast<int32_t>(even ? uint64_t{x} * width / count : random() % width);
+    std::sort(columns.begin(), columns.end());
+    if (random() % 2 != 0) std::reverse(columns.begin(), columns.end());
+    for (uint32_t x = 0; x < count; ++x) expected[x] = row[static_cast<size_t>(columns[x])];
+    for (const RowKernels* set : kernel_sets()) {
+      set->pick(reinterpret_cast<uint8_t*>(out.data()),
+                reinterpret_cast<const uint8_t*>(row.data()), width, columns.data(), count);
+      ASSERT_EQ(out, expected) << set->name << ", " << count << " of " << width;
+    }
   }
 }
 
@@ -200,6 +220,10 @@ struct MixCase {
       const int32_t choices[] = {0, column_units, any(column_units), any(column_units)};
       far.push_back(choices[random() % 4]);
     }
+    // As in a picture: they rise, or fall in a mirrored one.
+    const uint32_t order = random() % 4;
+    if (order != 0) std::sort(index.begin(), index.end());
+    if (order == 1) std::reverse(index.begin(), index.end());
     const int32_t choices[] = {0, row_units, any(row_units), any(row_units)};
     lower_weight = choices[random() % 4];
   }
@@ -223,10 +247,13 @@ struct MixCase {
         columns.push_back({static_cast<int16_t>(column_units - f), static_cast<int16_t>(f)});
       }
     }
+    const ColumnQuads quads(
+        index, static_cast<int32_t>(upper.size() / 4),
+        std::is_same_v<Column, NarrowColumn> ? QuadOrder::kNarrow : QuadOrder::kWide);
     std::vector<Sum> sums[2];
     for (size_t k : {0, 1}) {
       sums[k].resize(index.size() * 4);
-      across(sums[k].data(), (k ? lower : upper).data(), index.data(), columns.data(),
+      across(sums[k].data(), (k ? lower : upper).data(), index.data(), quads, columns.data(),
              index.size());
     }
     std::vector<uint8_t> out(index.size() * 4);
@@ -281,9 +308,18 @@ TEST(RotateRows, AllSetsGiveEqualBytesUpToTheEdges) {
                    0};
     run.dx = (any(width) - run.x) / steps;
     run.dy = (any(height) - run.y) / steps;
+    std::vector<uint8_t> nearest;
+    for (size_t i = 0; i < count; ++i) {
+      const auto step = static_cast<int64_t>(i);
+      const uint8_t* pixel = run.top + ((run.y + step * run.dy) >> 32) * run.stride +
+                             ((run.x + step * run.dx) >> 32) * 4;
+      nearest.insert(nearest.end(), pixel, pixel + 4);
+    }
     std::vector<std::vector<uint8_t>> out;
     for (const RowKernels* set : kernel_sets()) {
       out.emplace_back(count * 4);
+      set->rotate_nearest(out.back().data(), run, count);
+      ASSERT_EQ(out.back(), nearest) << set->name;
       set->rotate_bilinear(out.back().data(), run, count);
       ASSERT_EQ(out.back(), out.front()) << set->name;
     }

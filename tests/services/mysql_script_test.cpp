@@ -2,7 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <sstream>
+#include <algorithm>
 
 #include "services/mysql/dump_lines.h"
 #include "services/mysql/mysql_service.h"
@@ -17,8 +17,13 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
 std::vector<std::string> lines_of(const std::string& text) {
-  std::istringstream bytes(text);
-  LineReader reader(bytes);
+  std::string_view left = text;
+  LineReader reader([&left](std::span<uint8_t> room) {
+    const size_t length = std::min(room.size(), left.size());
+    std::copy_n(left.begin(), length, room.begin());
+    left.remove_prefix(length);
+    return std::optional(length);
+  });
   std::vector<std::string> lines;
   for (std::string line; reader.next(line);) lines.push_back(line);
   return lines;

@@ -2,14 +2,30 @@
 // streaming one is compared with. It knows the usual modes of quotes alone.
 #pragma once
 
+#include <algorithm>
 #include <cctype>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace kestrelon::testing {
 
 inline bool blank(char c) {
   return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+// Hands out the bytes of a text, which outlives it.
+inline std::function<std::optional<size_t>(std::span<uint8_t>)> source_of(std::string_view text) {
+  return [text](std::span<uint8_t> room) mutable -> std::optional<size_t> {
+    const std::string_view part = text.substr(0, room.size());
+    std::copy(part.begin(), part.end(), room.begin());
+    text.remove_prefix(part.size());
+    return part.size();
+  };
 }
 
 // Reads a statement character by character, each with the name of what it stands in.

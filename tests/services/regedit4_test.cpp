@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <sstream>
-
 #include "services/registry/binary_text.h"
 #include "tests/services/registry_fake.h"
 
@@ -13,9 +11,10 @@ namespace {
 class Regedit4Test : public ::testing::Test {
  protected:
   std::string exported(const RegExportOptions& options = {}) {
-    std::ostringstream out;
-    EXPECT_TRUE(export_registry(registry_, "HKCU\\Loja", options, out));
-    return out.str();
+    std::string out;
+    EXPECT_TRUE(export_registry(registry_, "HKCU\\Loja", options,
+                                [&out](std::string_view piece) { return out += piece, true; }));
+    return out;
   }
   bool import(const std::string& body) {
     return import_registry(registry_, "REGEDIT4\r\n\r\n" + body);
