@@ -56,18 +56,18 @@ bool check_digits_hold(std::wstring_view bare) {
 }  // namespace
 
 bool is_valid_cpf_or_cnpj(std::wstring_view text) {
-  const std::wstring bare = without_marks(trim_blanks(text));
+  const std::wstring bare = without_marks(text);
   if (bare.size() != kCpfLength && bare.size() != kCnpjLength) return false;
   return is_all_digits(bare) && check_digits_hold(bare);
 }
 
 bool is_valid_cpf(std::wstring_view text) {
-  const std::wstring bare = without_marks(trim_blanks(text));
+  const std::wstring bare = without_marks(text);
   return is_cpf_form(bare) && !all_equal(bare) && check_digits_hold(bare);
 }
 
 bool is_valid_cnpj(std::wstring_view text) {
-  const std::wstring bare = without_marks(trim_blanks(text));
+  const std::wstring bare = without_marks(text);
   return is_cnpj_form(bare) && !all_equal(bare) && check_digits_hold(bare);
 }
 

@@ -180,7 +180,8 @@ bool DumpWriter::write_table(RecordSet& tables, const std::wstring& name) {
   const uint64_t before = values_.altered();
   write_rows(std::move(result), name);
   if (const uint64_t altered = values_.altered() - before)
-    log_.altered(L"Tabela " + comment_text(quoted_name(name)) + L": " + decimal_text(static_cast<int64_t>(altered)) +
+    log_.altered(L"Tabela " + comment_text(quoted_name(name)) + L": " +
+                     decimal_text(static_cast<int64_t>(altered)) +
                      L" valor(es) que este formato altera.",
                  altered);
   return true;

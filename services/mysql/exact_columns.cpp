@@ -57,8 +57,7 @@ void read_as_hex(ExactColumn& column, std::wstring bytes, std::string charset) {
   column.bytes = std::move(bytes);
 }
 
-void read_as_text(ExactColumn& column, const Declared& type, std::wstring_view collation,
-                  bool has_unicode) {
+void read_as_text(ExactColumn& column, std::wstring_view collation, bool has_unicode) {
   const std::wstring charset(collation.substr(0, collation.find(L'_')));
   const bool is_plain =
       std::find(kPlainCharsets.begin(), kPlainCharsets.end(), charset) != kPlainCharsets.end() ||
@@ -68,9 +67,20 @@ void read_as_text(ExactColumn& column, const Declared& type, std::wstring_view c
     read_as_hex(column, L"CAST(" + column.expression + L" AS BINARY)", to_utf8(charset));
   else if (!has_unicode)
     read_as_hex(column, L"CONVERT(" + column.expression + L" USING utf8mb4)", "utf8mb4");
-  if (type.word == L"enum")
-    column.may_hold_enum_error =
-        !type.within.starts_with(L"''") && type.within.find(L",''") == std::wstring_view::npos;
+}
+
+// Beside an empty member the error value, which shows as an empty text too, is told by its number.
+void read_as_member(ExactColumn& column, const Declared& type, std::wstring_view collation,
+                    bool has_unicode) {
+  column.may_hold_enum_error = true;
+  const bool may_have_empty_member =
+      type.within.starts_with(L"''") || type.within.find(L",''") != std::wstring_view::npos;
+  if (!may_have_empty_member) {
+    read_as_text(column, collation, has_unicode);
+    return;
+  }
+  column.form = Form::kNumber;
+  column.expression += L"+0";
 }
 
 ExactColumn exact_column(std::wstring name, std::wstring_view shown_type,
@@ -95,8 +105,10 @@ ExactColumn exact_column(std::wstring name, std::wstring_view shown_type,
     column.form = Form::kNumber;
     column.expression = L"CAST(CAST(" + column.expression + L" AS DOUBLE) AS CHAR)";
   } else if (is_one_of(word, {L"char", L"varchar", L"tinytext", L"text", L"mediumtext", L"longtext",
-                              L"enum", L"set", L"json"})) {
-    read_as_text(column, type, collation, has_unicode);
+                              L"set", L"json"})) {
+    read_as_text(column, collation, has_unicode);
+  } else if (word == L"enum") {
+    read_as_member(column, type, collation, has_unicode);
   } else if (is_one_of(word, {L"date", L"time", L"datetime", L"timestamp", L"inet4", L"inet6",
                               L"uuid"})) {
     column.expression = L"CAST(" + column.expression + L" AS CHAR)";

@@ -149,8 +149,7 @@ void ExactDump::write_end() {
   output_.line(closing_line(totals_));
   output_.complete();
   observer_.progress(100, 100);
-  observer_.status(L"O backup de " + decimal_text(totals_.tables) +
-                   L" tabela(s) foi concluído.");
+  observer_.status(L"O backup de " + decimal_text(totals_.tables) + L" tabela(s) foi concluído.");
 }
 
 void ExactDump::step(size_t done, size_t total) {
@@ -160,7 +159,8 @@ void ExactDump::step(size_t done, size_t total) {
 }
 
 std::wstring ExactDump::position(size_t index) const {
-  return L"(" + decimal_text(static_cast<int64_t>(index + 1)) + L" de " + decimal_text(static_cast<int64_t>(tables_.size())) + L"): ";
+  return L"(" + decimal_text(static_cast<int64_t>(index + 1)) + L" de " +
+         decimal_text(static_cast<int64_t>(tables_.size())) + L"): ";
 }
 
 bool ExactDump::is_own_database(const std::wstring& name) const {

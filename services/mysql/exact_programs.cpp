@@ -85,8 +85,8 @@ void ExactDump::write_programs(const ProgramKind& kind) {
   for (size_t i = 0; i < names.size(); ++i) {
     step(i, names.size());
     observer_.status(L"Efetuando backup da " + std::wstring(kind.label) + L" (" +
-                     decimal_text(static_cast<int64_t>(i + 1)) + L" de " + decimal_text(static_cast<int64_t>(names.size())) + L"): " +
-                     names[i]);
+                     decimal_text(static_cast<int64_t>(i + 1)) + L" de " +
+                     decimal_text(static_cast<int64_t>(names.size())) + L"): " + names[i]);
     write_program(kind, names[i]);
   }
 }

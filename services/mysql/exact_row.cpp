@@ -183,7 +183,8 @@ void ExactRow::append(RecordSet& rows, const SelectedColumn& selected) {
     append_hex(rows, selected);
   else
     append_value(text_, rows.value(selected.first_field), selected.column->form);
-  if (selected.column->may_hold_enum_error && text_.compare(start, std::string::npos, "''") == 0) {
+  const std::string_view written = std::string_view(text_).substr(start);
+  if (selected.column->may_hold_enum_error && (written == "''" || written == "0")) {
     text_.resize(start);
     text_.push_back('0');
     needs_leniency_ = true;

@@ -106,8 +106,8 @@ std::wstring ExactDump::select_of(const std::wstring& name, const std::vector<Ex
       one.fields = static_cast<size_t>((longest + piece - 1) / piece);
       for (size_t i = 0; i < one.fields; ++i)
         list += (i > 0 ? L", HEX(SUBSTRING(CAST(" : L"HEX(SUBSTRING(CAST(") + column.bytes +
-                L" AS BINARY)," + decimal_text(static_cast<int64_t>(i * piece + 1)) + L"," + decimal_text(static_cast<int64_t>(piece)) +
-                L"))";
+                L" AS BINARY)," + decimal_text(static_cast<int64_t>(i * piece + 1)) + L"," +
+                decimal_text(static_cast<int64_t>(piece)) + L"))";
     }
     fields += one.fields;
     selected.push_back(one);

@@ -47,12 +47,10 @@ void check_exact(const std::wstring& path, SystemFile& file, const std::string& 
   if (!totals) throw cut_error(path, L"falta a linha final da cópia.");
   const Counted counted = count_statements(file, sql_mode, observer);
   if (counted.is_cut)
-    throw cut_error(path,
-                    L"o comando da linha " + decimal_text(counted.line) + L" não termina.");
+    throw cut_error(path, L"o comando da linha " + decimal_text(counted.line) + L" não termina.");
   if (counted.statements != totals->statements)
-    throw cut_error(path, L"tem " + decimal_text(counted.statements) +
-                              L" comandos em lugar de " + decimal_text(totals->statements) +
-                              L".");
+    throw cut_error(path, L"tem " + decimal_text(counted.statements) + L" comandos em lugar de " +
+                              decimal_text(totals->statements) + L".");
 }
 
 // The server's tool ends its files with a comment, unless it was asked for none at all.
@@ -65,8 +63,7 @@ void check_servers(const std::wstring& path, SystemFile& file, const std::string
     throw cut_error(path, L"falta a linha final da cópia.");
   const Counted counted = count_statements(file, sql_mode, observer);
   if (counted.is_cut)
-    throw cut_error(path,
-                    L"o comando da linha " + decimal_text(counted.line) + L" não termina.");
+    throw cut_error(path, L"o comando da linha " + decimal_text(counted.line) + L" não termina.");
 }
 
 void give_back_database(DbConnection& connection, const std::wstring& database) {

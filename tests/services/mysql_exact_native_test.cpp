@@ -18,8 +18,8 @@ class ExactTest : public DumpTest {
     admin_.run("CREATE DATABASE copia CHARACTER SET latin1");
   }
   void load_by_client() {
-    ASSERT_EQ(system(("mariadb --no-defaults --comments -h 127.0.0.1 -u root -P " + std::to_string(port()) +
-                      " copia < '" + file_.string() + "'")
+    ASSERT_EQ(system(("mariadb --no-defaults --comments -h 127.0.0.1 -u root -P " +
+                      std::to_string(port()) + " copia < '" + file_.string() + "'")
                          .c_str()),
               0);
   }

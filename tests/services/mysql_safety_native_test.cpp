@@ -68,8 +68,8 @@ TEST_F(SafetyTest, AFailureAtAnyStatementLeavesTheSessionAndTheOldFile) {
     counted.statements = 0;
     const std::string whole = file_.string() + "-whole";
     source.run("SET SESSION sql_select_limit=DEFAULT");
-    ASSERT_TRUE(service_.backup(std::wstring(whole.begin(), whole.end()), counted, observer_,
-                                options_))
+    ASSERT_TRUE(
+        service_.backup(std::wstring(whole.begin(), whole.end()), counted, observer_, options_))
         << error();
     std::filesystem::remove(whole);
     source.run("SET SESSION sql_select_limit=1");
@@ -135,8 +135,8 @@ TEST_F(SafetyTest, AConnectionKilledAtAnyPointFails) {
 }
 
 TEST_F(SafetyTest, AFullDiskLeavesTheOldFile) {
-  struct sigaction ignored{};
-  struct sigaction old_action{};
+  struct sigaction ignored {};
+  struct sigaction old_action {};
   ignored.sa_handler = SIG_IGN;
   sigaction(SIGXFSZ, &ignored, &old_action);
   rlimit old{};
@@ -177,9 +177,10 @@ TEST_F(SafetyTest, ARestoreThatFailsGivesTheSessionBackAndHoldsNoLock) {
 
 TEST_F(SafetyTest, AStatementFitsTheServersPacket) {
   fill("CREATE TABLE grandes (id INT PRIMARY KEY, b LONGBLOB, t LONGTEXT, g GEOMETRY)");
-  fill("INSERT INTO grandes VALUES (1, REPEAT(0x00FF27, 200000), REPEAT('ção''\\\\', 90000), "
-       "NULL), (2, '', NULL, ST_GeomFromText('POINT(1 2)')), (3, REPEAT('x', 900000), "
-       "REPEAT('y', 900000), NULL)");
+  fill(
+      "INSERT INTO grandes VALUES (1, REPEAT(0x00FF27, 200000), REPEAT('ção''\\\\', 90000), "
+      "NULL), (2, '', NULL, ST_GeomFromText('POINT(1 2)')), (3, REPEAT('x', 900000), "
+      "REPEAT('y', 900000), NULL)");
   const std::string old = *read_rows(admin_, "SELECT @@GLOBAL.max_allowed_packet")[0][0];
   admin_.run("SET GLOBAL max_allowed_packet=1048576");
   const bool is_written = backup();
@@ -271,8 +272,7 @@ TEST_F(SafetyTest, TheDefaultFormTellsWhatItLeavesOut) {
   MariaDbConnection source(port(), "loja");
   service_.restore(file_.wstring(), source, observer_, true);
   EXPECT_FALSE(rows("loja", "SHOW TABLES LIKE 'numeros'").empty());
-  EXPECT_NE(error().find("O arquivo termina no meio de um comando: o da linha "),
-            std::string::npos)
+  EXPECT_NE(error().find("O arquivo termina no meio de um comando: o da linha "), std::string::npos)
       << "a routine that does not close swallows what follows, as told: " << error();
 }
 

@@ -131,4 +131,3 @@ class PlainSplitter {
 };
 
 }  // namespace kestrelon::testing
-

@@ -105,7 +105,8 @@ TEST_F(Regedit4Test, LinesOfOtherWritersAreRead) {
   EXPECT_EQ(registry_.read_double_word("HKCU\\Loja", "d"), -2);
   EXPECT_EQ(text("t2"), "C:\\\\x") << "escapes are text in a file without our mark";
   EXPECT_EQ(text("s"), std::nullopt);
-  EXPECT_EQ(registry_.values("HKCU\\Loja").size(), 5u);
+  EXPECT_EQ(text("t"), "x");
+  EXPECT_EQ(registry_.values("HKCU\\Loja").size(), 6u);
   EXPECT_TRUE(registry_.key_exists("HKCU\\So"));
 }
 

@@ -60,9 +60,32 @@ TEST(SqlSplitter, AnEndInTheMiddleIsTold) {
 }
 
 TEST(SqlSplitter, RandomTextsAreSplitAsByThePlainSplitter) {
-  static constexpr const char* kPieces[] = {
-      "a", " ", ";", "'", "\"", "`", "\\", "--", "-- ", "-", "#", "/*", "/*!", "/*M!", "*/", "\n",
-      "\r\n", "DELIMITER ", "delimiter //\n", "//", ";;", "BEGIN", "END", "\xC3\xA7", "\xFF", "/"};
+  static constexpr const char* kPieces[] = {"a",
+                                            " ",
+                                            ";",
+                                            "'",
+                                            "\"",
+                                            "`",
+                                            "\\",
+                                            "--",
+                                            "-- ",
+                                            "-",
+                                            "#",
+                                            "/*",
+                                            "/*!",
+                                            "/*M!",
+                                            "*/",
+                                            "\n",
+                                            "\r\n",
+                                            "DELIMITER ",
+                                            "delimiter //\n",
+                                            "//",
+                                            ";;",
+                                            "BEGIN",
+                                            "END",
+                                            "\xC3\xA7",
+                                            "\xFF",
+                                            "/"};
   std::mt19937 random(7);
   for (int round = 0; round < 1'500; ++round) {
     std::string text;

@@ -55,8 +55,7 @@ inline const std::vector<std::string>& every_kind_of_object() {
       "SET SESSION foreign_key_checks=0",
       "CREATE TABLE ciclo_a (id INT PRIMARY KEY, b INT, FOREIGN KEY (b) REFERENCES ciclo_b (id))",
       "CREATE TABLE ciclo_b (id INT PRIMARY KEY, a INT, FOREIGN KEY (a) REFERENCES ciclo_a (id))",
-      "INSERT INTO ciclo_a VALUES (1, 2), (2, 99)",
-      "INSERT INTO ciclo_b VALUES (2, 1)",
+      "INSERT INTO ciclo_a VALUES (1, 2), (2, 99)", "INSERT INTO ciclo_b VALUES (2, 1)",
       "SET SESSION foreign_key_checks=1",
       "CREATE TABLE conferida (a INT CHECK (a > 0), b INT DEFAULT (1 + 2), c TIMESTAMP DEFAULT "
       "CURRENT_TIMESTAMP ON UPDATE CURRENT_TIMESTAMP) COMMENT='linha\\n; DROP TABLE x; --'",
@@ -65,14 +64,12 @@ inline const std::vector<std::string>& every_kind_of_object() {
       "SET SESSION check_constraint_checks=1",
       "CREATE TABLE partida (a INT, KEY (a)) ENGINE=MyISAM PARTITION BY HASH (a) PARTITIONS 3",
       "INSERT INTO partida VALUES (1), (2), (3), (NULL)",
-      "CREATE SEQUENCE seq START WITH 5 INCREMENT BY 2 MAXVALUE 1000 CYCLE",
-      "DO NEXTVAL(seq)",
+      "CREATE SEQUENCE seq START WITH 5 INCREMENT BY 2 MAXVALUE 1000 CYCLE", "DO NEXTVAL(seq)",
       "CREATE TABLE com_seq (a INT DEFAULT NEXTVAL(seq), b INT)",
       // Names that try to leave their quotes.
       "CREATE TABLE `a\nDROP TABLE numeros;\nDROP TABLE datas;\n-- x` (`c``d\n';*/` INT, `--` INT)",
       "INSERT INTO `a\nDROP TABLE numeros;\nDROP TABLE datas;\n-- x` VALUES (1, 2)",
-      "CREATE TABLE `'; DROP TABLE numeros; #` (a INT)",
-      "CREATE TABLE `/*!50000 x` (a INT)",
+      "CREATE TABLE `'; DROP TABLE numeros; #` (a INT)", "CREATE TABLE `/*!50000 x` (a INT)",
       "CREATE TABLE `ação 日本` (`preço` INT)",
       // Views, one on a later one, one on a function that asks a view.
       "CREATE TABLE tmp_base (id INT, nome VARCHAR(10))",
@@ -94,16 +91,14 @@ inline const std::vector<std::string>& every_kind_of_object() {
       "CREATE DEFINER='outro'@'%' FUNCTION \"f modos\"() RETURNS VARCHAR(20) DETERMINISTIC RETURN "
       "CONCAT('\\', \"a\\\"())",
       "CREATE FUNCTION \"a\\\"() RETURNS INT DETERMINISTIC RETURN 1",
-      "SET SESSION sql_mode='ORACLE'",
-      "CREATE PACKAGE pacote AS FUNCTION um RETURN INT; END",
+      "SET SESSION sql_mode='ORACLE'", "CREATE PACKAGE pacote AS FUNCTION um RETURN INT; END",
       "CREATE PACKAGE BODY pacote AS FUNCTION um RETURN INT AS BEGIN RETURN 1; END; END",
       "SET SESSION sql_mode=''",
       // A text of another client's character set.
       "SET SESSION character_set_client=latin1, collation_connection=latin1_swedish_ci",
       "EXECUTE IMMEDIATE CONVERT(0x4352454154452050524F434544555245206C6174696E6128292053454C45"
       "43542027C3A727 USING utf8mb4)",
-      "CREATE PROCEDURE ascii_latina() SELECT 1",
-      "SET NAMES utf8mb4",
+      "CREATE PROCEDURE ascii_latina() SELECT 1", "SET NAMES utf8mb4",
       "ALTER DATABASE CHARACTER SET latin1",
       "CREATE PROCEDURE de_outra_base(a VARCHAR(10)) SELECT a",
       "ALTER DATABASE CHARACTER SET utf8mb4",

@@ -28,15 +28,17 @@ inline std::map<std::string, std::string> server_objects(unsigned port,
   };
   for (const auto& row : read_rows(connection, "SHOW FULL TABLES")) {
     const std::string name = *row[0];
-    const std::string kind = row[1] == "VIEW" ? "VIEW" : row[1] == "SEQUENCE" ? "SEQUENCE" : "TABLE";
+    const std::string kind = row[1] == "VIEW"       ? "VIEW"
+                             : row[1] == "SEQUENCE" ? "SEQUENCE"
+                                                    : "TABLE";
     std::string& text = objects[kind + " " + quoted(name)];
     text = shown(kind + " " + quoted(name));
     if (kind == "TABLE")
       text += read_rows(connection, "CHECKSUM TABLE " + quoted(name) + " EXTENDED")[0][1].value_or(
           "none");
     if (kind == "SEQUENCE")
-      text += read_rows(connection, "SELECT next_not_cached_value, cycle_count FROM " +
-                                        quoted(name))[0][0]
+      text += read_rows(connection,
+                        "SELECT next_not_cached_value, cycle_count FROM " + quoted(name))[0][0]
                   .value_or("none");
   }
   const std::string own = " WHERE Db = '" + database + "'";
