@@ -113,7 +113,9 @@ class RandomSchema {
     if (pick(6) == 0) return "NULL";
     if (kind < 5) return digits(20);
     if (kind == 5) return digits(40) + "." + std::to_string(pick(1'000'000));
-    if (kind < 8) return digits(12) + "e" + std::to_string(pick(300) - 150);
+    // No singles below the smallest: they become a zero with a sign, which no text carries.
+    if (kind == 6) return digits(12) + "e" + std::to_string(pick(60) - 30);
+    if (kind == 7) return digits(12) + "e" + std::to_string(pick(300) - 150);
     if (kind == 8 || kind == 18 || kind == 19) return bytes();
     if (kind < 13) return moment();
     if (kind == 13) return std::to_string(1901 + pick(250));

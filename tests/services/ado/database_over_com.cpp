@@ -197,10 +197,13 @@ TEST_F(DatabaseOverCom, MaintenanceTellsTheCounterAndTheEnd) {
   host::call_method(service_.get(), L"Flush", {database("loja"), Variant(5L)});
   host::call_method(service_.get(), L"Flush", {database("loja"), Variant(8L)});
   const std::vector<std::wstring> expected = {
+      L"Andamento(1, 1, False)",
       L"Status(\"Alterando tabela (2 de 1): t\")",
       L"Status(\"Engine das tabelas alterado com sucesso.\")",
+      L"Andamento(1, 1, False)",
       L"Status(\"Otimizando tabela (2 de 1): t\")",
       L"Status(\"Tabelas otimizadas com sucesso.\")",
+      L"Andamento(1, 1, False)",
       L"Status(\"Reparando tabela (2 de 1): t\")",
       L"Status(\"Tabelas reparadas com sucesso.\")",
       L"Status(\"Erro: 50015\")"};
