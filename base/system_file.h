@@ -41,6 +41,8 @@ class SystemFile {
   bool write(std::string_view text) {
     return write({reinterpret_cast<const uint8_t*>(text.data()), text.size()});
   }
+  /// The next read begins so many bytes behind the start.
+  bool seek(uint64_t offset);
   /// True if the file was open and the system took everything.
   bool close();
 
@@ -54,6 +56,8 @@ class SystemFile {
 
 /// Size of a plain file that need not be opened for it, else nothing.
 std::optional<uint64_t> plain_file_size(const std::wstring& name);
+/// Gives a file another name, over any file that has it.
+bool move_file(const std::wstring& from, const std::wstring& to);
 /// Removes a file even if it is marked read-only.
 bool remove_file(const std::wstring& name);
 

@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdio>
 
 #include "base/system_file.h"
 
@@ -59,6 +60,10 @@ bool remove_file(const std::wstring& name) {
   return unlink(path_of(name).c_str()) == 0;
 }
 
+bool move_file(const std::wstring& from, const std::wstring& to) {
+  return rename(path_of(from).c_str(), path_of(to).c_str()) == 0;
+}
+
 SystemFile SystemFile::open(const std::wstring& name) {
   if (file_kind(name) != FileKind::kPlain) return {};
   return SystemFile(::open(path_of(name).c_str(), O_RDONLY | O_CLOEXEC));
@@ -81,6 +86,10 @@ std::optional<size_t> SystemFile::read(std::span<uint8_t> room) {
       until_done([&] { return ::read(static_cast<int>(handle_), room.data(), room.size()); });
   if (length < 0) return std::nullopt;
   return static_cast<size_t>(length);
+}
+
+bool SystemFile::seek(uint64_t offset) {
+  return lseek(static_cast<int>(handle_), static_cast<off_t>(offset), SEEK_SET) >= 0;
 }
 
 bool SystemFile::write(std::span<const uint8_t> bytes) {

@@ -54,6 +54,11 @@ bool remove_file(const std::wstring& name) {
   return DeleteFileW(name.c_str()) != FALSE;
 }
 
+bool move_file(const std::wstring& from, const std::wstring& to) {
+  return !is_unspeakable(from) && !is_unspeakable(to) &&
+         MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING) != FALSE;
+}
+
 SystemFile SystemFile::open(const std::wstring& name) {
   if (file_kind(name) != FileKind::kPlain) return {};
   SystemFile file(open_handle(name, GENERIC_READ, OPEN_EXISTING));
@@ -77,6 +82,12 @@ std::optional<size_t> SystemFile::read(std::span<uint8_t> room) {
   DWORD length = 0;
   if (!ReadFile(handle_of(handle_), room.data(), piece, &length, nullptr)) return std::nullopt;
   return length;
+}
+
+bool SystemFile::seek(uint64_t offset) {
+  LARGE_INTEGER distance{};
+  distance.QuadPart = static_cast<LONGLONG>(offset);
+  return SetFilePointerEx(handle_of(handle_), distance, nullptr, FILE_BEGIN) != FALSE;
 }
 
 bool SystemFile::write(std::span<const uint8_t> bytes) {

@@ -21,7 +21,7 @@ bool is_number_up_to(std::wstring_view text, int limit) {
 
 bool is_valid_time(std::wstring_view text, std::wstring_view delimiter) {
   constexpr int kLimits[] = {23, 59, 59};
-  const auto parts = split(text, delimiter);
+  const auto parts = split(trim_blanks(text), delimiter);
   if (parts.size() < 2 || parts.size() > 3) return false;
   for (size_t i = 0; i < parts.size(); ++i)
     if (!is_number_up_to(parts[i], kLimits[i])) return false;

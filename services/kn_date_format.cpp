@@ -76,7 +76,7 @@ std::optional<Part> read_part(std::wstring_view text) {
 // parts.
 size_t read_parts(std::wstring_view text, Parts& parts) {
   text = trim_blanks(text);
-  text = text.substr(0, text.find(L' '));
+  text = text.substr(0, text.find_first_of(L" Tt"));
   for (size_t count = 0; count < kMaxFields;) {
     const size_t end = text.find_first_of(kSeparators);
     const auto part = read_part(text.substr(0, end));

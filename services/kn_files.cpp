@@ -13,6 +13,17 @@ bool has_wildcards(std::wstring_view path) {
   return path.find_first_of(L"*?") != std::wstring_view::npos;
 }
 
+// Names that the system takes for devices in every folder, whatever stands behind a point.
+bool is_device(std::wstring_view path) {
+  const size_t slash = path.find_last_of(L"\\/:");
+  if (slash != std::wstring_view::npos) path.remove_prefix(slash + 1);
+  const std::wstring name = fold_case(trim_blanks(path.substr(0, path.find(L'.'))));
+  for (const wchar_t* device : {L"con", L"prn", L"aux", L"nul"})
+    if (name == device) return true;
+  return name.size() == 4 && (name.starts_with(L"com") || name.starts_with(L"lpt")) &&
+         name[3] >= L'1' && name[3] <= L'9';
+}
+
 bool any_empty(std::initializer_list<std::wstring_view> names) {
   return std::any_of(names.begin(), names.end(),
                      [](auto name) { return trim_blanks(name).empty(); });
@@ -23,7 +34,8 @@ bool any_empty(std::initializer_list<std::wstring_view> names) {
 bool file_exists(KnPlatform& platform, std::wstring_view path, bool folder_only) {
   if (folder_only) return folder_exists(platform, path);
   path = trim_blanks(path);
-  return !path.empty() && platform.find(std::wstring(path)) == KnPlatform::Kind::kFile;
+  return !path.empty() && !is_device(path) &&
+         platform.find(std::wstring(path)) == KnPlatform::Kind::kFile;
 }
 
 bool folder_exists(KnPlatform& platform, std::wstring_view path) {

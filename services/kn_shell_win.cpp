@@ -84,9 +84,9 @@ std::wstring environment_variable(const wchar_t* name) {
 std::wstring system_error_text(long number) {
   constexpr DWORD kLongest = 255;
   wchar_t text[kLongest + 1] = {};
-  const DWORD length =
-      FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
-                     static_cast<DWORD>(number), 0, text, kLongest, nullptr);
+  DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
+                                static_cast<DWORD>(number), 0, text, kLongest, nullptr);
+  while (length > 0 && (text[length - 1] == L'\r' || text[length - 1] == L'\n')) --length;
   return {text, length};
 }
 

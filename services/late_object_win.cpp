@@ -89,7 +89,8 @@ int64_t number_of(const Variant& value) {
   return V_I8(&number);
 }
 
-void pump_messages() {
+void pump_messages(unsigned long long most_milliseconds) {
+  const ULONGLONG end = GetTickCount64() + most_milliseconds;
   MSG message;
   while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
     if (message.message == WM_QUIT) {
@@ -98,6 +99,7 @@ void pump_messages() {
     }
     TranslateMessage(&message);
     DispatchMessageW(&message);
+    if (GetTickCount64() >= end) return;
   }
 }
 

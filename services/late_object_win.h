@@ -44,8 +44,9 @@ Variant missing_argument();
 /// The number in a variant; throws ComError when it holds none.
 int64_t number_of(const Variant& value);
 
-/// Dispatches the messages that wait for the thread, as the hosts' DoEvents does. A quit message
-/// stays for the host's loop.
-void pump_messages();
+/// Dispatches the messages that wait for the thread, as the hosts' DoEvents does, for about
+/// `most_milliseconds`: a host that posts to itself never runs out of them. A quit message stays
+/// for the host's loop.
+void pump_messages(unsigned long long most_milliseconds = 100);
 
 }  // namespace kestrelon

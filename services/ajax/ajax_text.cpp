@@ -58,12 +58,15 @@ std::wstring form_body(const FormFields& fields, bool encode_values) {
   return body;
 }
 
+// Half a pair goes out as the replacement character, whose form has three bytes.
 size_t wire_length(std::wstring_view text) {
   size_t bytes = 0;
-  for (const wchar_t unit : text) {
-    const uint32_t c = code_unit(unit);
-    const bool is_surrogate = c >= 0xD800 && c <= 0xDFFF;  // two of them make four bytes
-    bytes += c < 0x80 ? 1 : c < 0x800 || is_surrogate ? 2 : c < 0x10000 ? 3 : 4;
+  for (size_t i = 0; i < text.size(); ++i) {
+    const uint32_t c = code_unit(text[i]);
+    const uint32_t next = i + 1 < text.size() ? code_unit(text[i + 1]) : 0;
+    const bool is_pair = c >= 0xD800 && c < 0xDC00 && next >= 0xDC00 && next < 0xE000;
+    bytes += c < 0x80 ? 1 : c < 0x800 ? 2 : c < 0x10000 && !is_pair ? 3 : 4;
+    if (is_pair) ++i;
   }
   return bytes;
 }

@@ -42,7 +42,9 @@ std::wstring response_text(LateObject& request) {
 
 }  // namespace
 
-KN_AJAX::KN_AJAX() : request_(create_request()) {}
+// One object is made to learn whether there are any. Each request has its own: on one whose request
+// ran out of time the next could get the former's answer.
+KN_AJAX::KN_AJAX() : can_request_(static_cast<bool>(create_request())) {}
 
 void KN_AJAX::wait(LateObject& request, int seconds, bool shows_pointer) {
   const ULONGLONG end = GetTickCount64() + static_cast<ULONGLONG>(seconds < 0 ? 0 : seconds) * 1000;
@@ -51,7 +53,8 @@ void KN_AJAX::wait(LateObject& request, int seconds, bool shows_pointer) {
     // A window under the pointer sets its own shape whenever messages run.
     if (busy != nullptr) SetCursor(busy);
     MsgWaitForMultipleObjectsEx(0, nullptr, kStep, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
-    pump_messages();
+    const ULONGLONG now = GetTickCount64();
+    if (now < end) pump_messages(end - now < kStep * 10 ? end - now : kStep * 10);
   }
   if (busy != nullptr) SetCursor(LoadCursorW(nullptr, IDC_ARROW));
 }
@@ -65,9 +68,9 @@ bool KN_AJAX::finish(LateObject& request, const Variant& body) {
 }
 
 bool KN_AJAX::ajax_get(const std::wstring& url, const std::wstring& charset) {
-  if (url.empty() || !request_) return false;
+  if (url.empty() || !can_request_) return false;
   try {
-    LateObject request = request_;
+    LateObject request(create_request());
     open(request, L"GET", full_address(url));
     set_header(request, L"Content-type", content_type(L"text/html", charset));
     return finish(request, missing_argument());
@@ -77,9 +80,9 @@ bool KN_AJAX::ajax_get(const std::wstring& url, const std::wstring& charset) {
 }
 
 bool KN_AJAX::ajax_post(const std::wstring& url, const std::wstring& charset, bool encode_value) {
-  if (url.empty() || !request_) return false;
+  if (url.empty() || !can_request_) return false;
   try {
-    LateObject request = request_;
+    LateObject request(create_request());
     const std::wstring body = form_body(fields_, encode_value);
     open(request, L"POST", full_address(url));
     set_header(request, L"Content-type",
@@ -93,9 +96,9 @@ bool KN_AJAX::ajax_post(const std::wstring& url, const std::wstring& charset, bo
 }
 
 bool KN_AJAX::ajax_internet_on_line() {
-  if (!request_) return false;
+  if (!can_request_) return false;
   try {
-    LateObject request = request_;
+    LateObject request(create_request());
     open(request, L"GET", kProbeAddress);
     set_header(request, L"Content-type", L"text/html");
     request.call(L"Send", {missing_argument()});

@@ -19,7 +19,7 @@ class KN_AJAX final : public KN_AJAXGlue<KN_AJAX, AutomationObject> {
   const std::wstring& ajax_response_text() const { return response_; }
   std::wstring url_encode(const std::wstring& text) { return kestrelon::url_encode(text); }
   std::wstring ajax_response_url_decoded() const { return decode_entities(response_); }
-  bool is_ajax_initialized() const { return static_cast<bool>(request_); }
+  bool is_ajax_initialized() const { return can_request_; }
   void add_ajax_field(const std::wstring& field, const std::wstring& value);
   void clear_ajax() { fields_.clear(); }
 
@@ -29,7 +29,7 @@ class KN_AJAX final : public KN_AJAXGlue<KN_AJAX, AutomationObject> {
   /// Lets messages run until the answer is whole or the time is over.
   static void wait(LateObject& request, int seconds, bool shows_pointer);
 
-  LateObject request_;
+  bool can_request_;
   FormFields fields_;
   std::wstring response_;
   short wait_seconds_ = 30;

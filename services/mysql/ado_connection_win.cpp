@@ -26,13 +26,20 @@ std::wstring described(const ComError& error) {
   return description;
 }
 
+// An object of another kind lacks what is asked of it by name: the name is what helps.
+DbError database_error(const ComError& error) {
+  if (error.hr != DISP_E_UNKNOWNNAME) return {error.hr, described(error)};
+  return {error.hr, L"O objeto de conexão não tem o membro " + error.description +
+                        L": informe uma conexão ADO aberta."};
+}
+
 // Errors of the object become those of the database.
 template <class Work>
 decltype(auto) told(Work&& work) {
   try {
     return work();
   } catch (const ComError& error) {
-    throw DbError(error.hr, described(error));
+    throw database_error(error);
   }
 }
 
@@ -234,16 +241,24 @@ void AdoRecordSet::reopen(IDispatch* connection, std::wstring_view sql) {
 
 }  // namespace
 
+AdoConnection::AdoConnection(IDispatch* connection) : connection_(ComPtr<IDispatch>(connection)) {}
+
+LateObject& AdoConnection::object() {
+  constexpr long kObjectNotSet = 91;
+  if (!connection_) throw DbError(kObjectNotSet, L"Nenhum objeto de conexão foi informado.");
+  return connection_;
+}
+
 std::wstring AdoConnection::default_database() {
   return told([&] {
-    const Variant name = connection_.get_property(L"DefaultDatabase");
+    const Variant name = object().get_property(L"DefaultDatabase");
     return V_VT(&name) == VT_BSTR ? to_wstring(V_BSTR(&name)) : std::wstring();
   });
 }
 
 std::unique_ptr<RecordSet> AdoConnection::execute(std::wstring_view sql) {
   return told([&] {
-    return std::make_unique<AdoRecordSet>(object_of(connection_.call(L"Execute", {Variant(sql)})));
+    return std::make_unique<AdoRecordSet>(object_of(object().call(L"Execute", {Variant(sql)})));
   });
 }
 

@@ -11,7 +11,7 @@ namespace kestrelon {
 /// Open, Close.
 class AdoConnection final : public DbConnection {
  public:
-  explicit AdoConnection(IDispatch* connection) : connection_(ComPtr<IDispatch>(connection)) {}
+  explicit AdoConnection(IDispatch* connection);
 
   std::wstring default_database() override;
   std::unique_ptr<RecordSet> execute(std::wstring_view sql) override;
@@ -19,6 +19,8 @@ class AdoConnection final : public DbConnection {
                                        std::wstring_view sql) override;
 
  private:
+  LateObject& object();
+
   LateObject connection_;
 };
 

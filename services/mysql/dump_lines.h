@@ -9,29 +9,29 @@
 #include <string_view>
 
 #include "base/system_file.h"
+#include "services/mysql/dump_target.h"
 
 namespace kestrelon {
 
 /// Writes a file line by line, each ending in CR LF and given to the system before the next, so
-/// that a run that breaks leaves what was written. Throws DbError when the file cannot be made or
-/// written.
+/// that a run that breaks leaves what was written (see DumpTarget where). Throws DbError when the
+/// file cannot be made or written.
 class LineWriter {
  public:
-  /// Makes the file anew.
-  explicit LineWriter(const std::wstring& path);
+  explicit LineWriter(const std::wstring& path) : target_(path) {}
 
   /// Characters outside the code page become '?'.
   void line(std::wstring_view text);
   void blank() { bytes({}); }
   /// A line that is in the code page already.
   void bytes(std::string_view text);
-  void close();
+  void complete() { target_.complete(); }
 
   /// Lines written so far.
   long count() const { return count_; }
 
  private:
-  SystemFile file_;
+  DumpTarget target_;
   std::string line_;  // with its end, for one write
   long count_ = 0;
 };

@@ -3,13 +3,13 @@
 
 #include "base/text.h"
 #include "services/mysql/dump_writer.h"
+#include "services/mysql/file_errors.h"
 #include "services/mysql/sql_text.h"
 
 namespace kestrelon {
 namespace {
 
 constexpr int kChunk = 4096;
-constexpr long kInvalidArgument = 5;
 
 }  // namespace
 
@@ -24,13 +24,13 @@ void DumpWriter::write_rows(std::unique_ptr<RecordSet> reuse, const std::wstring
 
   write_comment(L"Dados da tabela: " + quoted_name(name));
   lines_.line(L"LOCK TABLES " + quoted_name(name) + L" WRITE;");
-  const std::wstring insert = L"INSERT INTO " + quoted_name(name) + L" VALUES ";
+  insert_ = L"INSERT INTO " + quoted_name(name) + L" VALUES ";
   rows->set_page_size(options_.records_in_block);
   const int64_t pages = rows->page_count();
   for (int64_t page = 1; pages < 0 ? !rows->eof() : page <= pages; ++page) {
     observer_.progress(rows->record_count(), rows->absolute_position());
     rows->set_absolute_page(page);
-    lines_.line(insert);
+    lines_.line(insert_);
     write_page(*rows);
     lines_.line(L"COMMIT;");
   }
@@ -38,10 +38,33 @@ void DumpWriter::write_rows(std::unique_ptr<RecordSet> reuse, const std::wstring
   rows->close();
 }
 
+// A row for which there is no memory behind the others begins a page of its own.
+bool DumpWriter::try_row(RecordSet& rows) {
+  const size_t start = page_.size();
+  const uint64_t altered = values_.altered();
+  try {
+    write_row(rows);
+    return true;
+  } catch (const std::bad_alloc&) {
+    page_.resize(start);
+    values_.forget_since(altered);
+    return false;
+  }
+}
+
 void DumpWriter::write_page(RecordSet& rows) {
   page_.clear();
   for (int counter = 1;; ++counter) {
-    write_row(rows);
+    check_cancel();
+    if (!try_row(rows)) {
+      if (page_.empty()) throw out_of_memory_error();
+      page_.back() = ';';  // in place of the comma behind the last row
+      lines_.bytes(page_);
+      lines_.line(L"COMMIT;");
+      lines_.line(insert_);
+      std::string().swap(page_);
+      if (!try_row(rows)) throw out_of_memory_error();
+    }
     rows.move_next();
     if (counter == options_.records_in_block || rows.eof() || rows.bof()) break;
     page_ += "),";
@@ -62,7 +85,7 @@ void DumpWriter::write_row(RecordSet& rows) {
   }
 }
 
-// A chunk that cannot be read is passed over; only an exact dump fails for it.
+// A chunk that cannot be read is passed over.
 void DumpWriter::write_blob(RecordSet& rows, size_t field, int type) {
   const int64_t size = rows.actual_size(field);
   if (size <= 0 && rows.value(field).kind == DbValue::Kind::kNull) {
@@ -78,12 +101,10 @@ void DumpWriter::write_blob(RecordSet& rows, size_t field, int type) {
       values_.append_blob_bytes(page_, chunk);
       read += static_cast<int64_t>(chunk.size());
     } catch (const DbError&) {
-      if (options_.exact_values) throw;
+      // As told: the bytes are left out, and the blob counts as altered.
     }
     observer_.pump();
   }
-  if (options_.exact_values && read != size)
-    throw DbError(kInvalidArgument, L"O campo blob não pôde ser lido por inteiro.");
   values_.end_blob(page_, false, read == size);
 }
 

@@ -40,7 +40,9 @@ struct EventText {
 // Raises the events of the class, drives the caller's progress object and lets messages run.
 class KN_MYSQL::Observer final : public MaintenanceObserver {
  public:
-  Observer(KN_MYSQL& owner, LateObject progress) : owner_(owner), progress_(std::move(progress)) {}
+  Observer(KN_MYSQL& owner, LateObject progress) : owner_(owner), progress_(std::move(progress)) {
+    owner_.is_cancelled_ = false;
+  }
 
   void status(const std::wstring& message) override {
     if (owner_.events().empty()) return;
@@ -57,6 +59,7 @@ class KN_MYSQL::Observer final : public MaintenanceObserver {
     owner_.raise_errors_on_execute_sql_by_lines(commands, errors);
   }
   void progress(int64_t max, int64_t value) override {
+    tell_progress(max, value);
     if (!progress_) return;
     try {
       put(L"Max", max);
@@ -66,8 +69,20 @@ class KN_MYSQL::Observer final : public MaintenanceObserver {
     }
   }
   void pump() override { pump_messages(); }
+  bool is_cancelled() override { return owner_.is_cancelled_; }
 
  private:
+  void tell_progress(int64_t max, int64_t value) {
+    if (owner_.events().empty()) return;
+    VARIANT_BOOL cancel = VARIANT_FALSE;
+    long done = long_of(value);
+    long total = long_of(max);
+    owner_.raise_andamento(done, total, cancel);
+    if (cancel != VARIANT_FALSE) owner_.is_cancelled_ = true;
+  }
+  static long long_of(int64_t number) {
+    return static_cast<long>(std::min<int64_t>(number, std::numeric_limits<long>::max()));
+  }
   void put(const wchar_t* name, int64_t number) {
     constexpr int64_t kMost = std::numeric_limits<long>::max();
     progress_.put_property(name, number > kMost ? Variant(static_cast<double>(number))

@@ -26,12 +26,16 @@ class KN_MYSQL final : public KN_MYSQLGlue<KN_MYSQL, AutomationObject> {
   bool exact_values() const { return exact_values_; }
   void set_exact_values(bool exact) { exact_values_ = exact; }
   long altered_values() const;
+  /// Heard by the work that runs; without one nothing happens.
+  void cancel() { is_cancelled_ = true; }
+  const std::wstring& last_warnings() const { return service_.warnings(); }
 
  private:
   class Observer;
 
   MysqlService service_;
   bool exact_values_ = false;
+  bool is_cancelled_ = false;
 };
 
 }  // namespace kestrelon

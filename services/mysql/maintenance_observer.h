@@ -21,6 +21,8 @@ class MaintenanceObserver {
   virtual void progress(int64_t max, int64_t value) = 0;
   /// Lets waiting messages of the application run.
   virtual void pump() = 0;
+  /// True once the user gave up; asked between rows and statements.
+  virtual bool is_cancelled() { return false; }
 };
 
 }  // namespace kestrelon

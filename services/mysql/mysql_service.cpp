@@ -3,6 +3,9 @@
 #include <optional>
 
 #include "base/decimal.h"
+#include "services/mysql/dump_writer.h"
+#include "services/mysql/exact_dump.h"
+#include "services/mysql/file_errors.h"
 #include "services/mysql/script_runner.h"
 #include "services/mysql/table_maintenance.h"
 
@@ -20,29 +23,42 @@ bool MysqlService::run(Work&& work) {
     return true;
   } catch (const DbError& error) {
     keep_error(error.number, error.description, 0);
-    return false;
+  } catch (const std::bad_alloc&) {
+    const DbError error = out_of_memory_error();
+    keep_error(error.number, error.description, 0);
   }
+  return false;
+}
+
+template <class Dump>
+bool MysqlService::write(const std::wstring& path, DbConnection& connection,
+                         MaintenanceObserver& observer, const BackupOptions& options) {
+  AlterationLog log;  // an event may ask for the one of the last backup
+  std::optional<Dump> dump;
+  bool is_written = false;
+  try {
+    dump.emplace(path, connection, observer, options, log);
+    dump->write();
+    is_written = true;
+  } catch (const DbError& error) {
+    keep_error(error.number, error.description, dump ? dump->lines_written() : 0);
+  } catch (const std::bad_alloc&) {
+    const DbError error = out_of_memory_error();
+    keep_error(error.number, error.description, dump ? dump->lines_written() : 0);
+  }
+  log_ = std::move(log);
+  return is_written;
 }
 
 bool MysqlService::backup(const std::wstring& path, DbConnection& connection,
                           MaintenanceObserver& observer, const BackupOptions& options) {
-  altered_values_ = 0;
-  std::optional<DumpWriter> writer;
-  try {
-    writer.emplace(path, connection, observer, options);
-    writer->write();
-  } catch (const DbError& error) {
-    keep_error(error.number, error.description, writer ? writer->lines_written() : 0);
-    if (writer) altered_values_ = writer->altered_values();
-    return false;
-  }
-  altered_values_ = writer->altered_values();
-  return true;
+  return options.exact_values ? write<ExactDump>(path, connection, observer, options)
+                              : write<DumpWriter>(path, connection, observer, options);
 }
 
 bool MysqlService::restore(const std::wstring& path, DbConnection& connection,
                            MaintenanceObserver& observer, bool ignore_error) {
-  const ScriptOutcome outcome = restore_dump(path, connection, observer, ignore_error);
+  const ScriptOutcome outcome = restore_file(path, connection, observer, ignore_error);
   if (outcome.error_number != 0)
     keep_error(outcome.error_number, outcome.error_text, outcome.error_line);
   return !outcome.stopped;

@@ -3,8 +3,9 @@
 
 #include <string>
 
+#include "services/mysql/alteration_log.h"
+#include "services/mysql/backup_options.h"
 #include "services/mysql/db_connection.h"
-#include "services/mysql/dump_writer.h"
 #include "services/mysql/maintenance_observer.h"
 
 namespace kestrelon {
@@ -27,16 +28,21 @@ class MysqlService {
 
   /// Text of the last error, kept by calls that succeed.
   const std::wstring& error_description() const { return error_description_; }
-  /// Values of the last backup that its text changes.
-  uint64_t altered_values() const { return altered_values_; }
+  /// Values and objects of the last backup that its text changes or leaves out.
+  uint64_t altered_values() const { return log_.count(); }
+  /// What they are, a line each, in Portuguese.
+  const std::wstring& warnings() const { return log_.lines(); }
 
  private:
+  template <class Dump>
+  bool write(const std::wstring& path, DbConnection& connection, MaintenanceObserver& observer,
+             const BackupOptions& options);
   template <class Work>
   bool run(Work&& work);
   void keep_error(long number, const std::wstring& text, long line);
 
   std::wstring error_description_;
-  uint64_t altered_values_ = 0;
+  AlterationLog log_;
 };
 
 }  // namespace kestrelon

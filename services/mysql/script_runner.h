@@ -19,10 +19,11 @@ struct ScriptOutcome {
   std::wstring error_text;
 };
 
-/// Restores a dump. Stops at the first failing statement, unless `ignore_error` passes over it. A
-/// statement that the end of the file cuts off is not run and counts as an error. No statement is
-/// run twice. A file that cannot be read stops the run in any case.
-ScriptOutcome restore_dump(const std::wstring& path, DbConnection& connection,
+/// Restores a file of any form. Stops at the first failing statement, unless `ignore_error` passes
+/// over it. A statement that the end of the file cuts off is not run and counts as an error; so
+/// does a stored program whose reading was cut short, and what is left of it is not run either. No
+/// statement is run twice. A file that cannot be read stops the run in any case.
+ScriptOutcome restore_file(const std::wstring& path, DbConnection& connection,
                            MaintenanceObserver& observer, bool ignore_error);
 
 /// Runs a script of one command a line, each followed by a commit; errors of commands do not stop

@@ -5,7 +5,6 @@
 #include "base/decimal.h"
 #include "base/text.h"
 #include "services/kn_format_ex.h"
-#include "services/mysql/utf8_text.h"
 
 namespace kestrelon {
 namespace {
@@ -44,31 +43,6 @@ bool is_number_type(int type) {
          type == db_type::kNumeric || type == db_type::kVarNumeric;
 }
 
-bool outside_code_page(wchar_t c) {
-  if (c < 0x80 || (c >= 0xA0 && c <= 0xFF)) return false;
-  return to_ansi({&c, 1}).front() == '?';
-}
-
-void append_exact_text(std::string& line, std::wstring_view text) {
-  if (std::any_of(text.begin(), text.end(), outside_code_page)) {
-    line += "_utf8mb4 0x";
-    append_hex(line, to_utf8(text));
-    return;
-  }
-  line.push_back('\'');
-  for (const char c : to_ansi(text)) {
-    if (c == '\n')
-      line += "\\n";
-    else if (c == '\r')
-      line += "\\r";
-    else if (c == '\\' || c == '\'')
-      line.append({'\\', c});
-    else
-      line.push_back(c);
-  }
-  line.push_back('\'');
-}
-
 }  // namespace
 
 // Writes a text as the format has it and answers whether it comes back equal.
@@ -104,36 +78,19 @@ bool ValueWriter::append_told_text(std::string& line, std::wstring_view text,
 }
 
 void ValueWriter::append_text(std::string& line, std::wstring_view text, int field_type) {
-  const size_t start = line.size();
   bool equal = false;
   if (is_bare_word(text))
     line += to_ansi(text);
   else
     equal = append_told_text(line, text, field_type);
-  if (equal) return;
-  if (!exact_) {
-    ++altered_;
-    return;
-  }
-  line.resize(start);
-  append_exact_text(line, text);
+  if (!equal) ++altered_;
 }
 
 void ValueWriter::append_real(std::string& line, double value, bool single) {
-  const int told_digits = single ? 7 : 15;
-  const int most_digits = single ? 9 : 17;
-  // A text of so many digits that reads as the same number.
-  const auto comes_back = [&](int digits) {
-    const double read = rounded_to(value, digits);
-    return single ? static_cast<float>(read) == static_cast<float>(value) : read == value;
-  };
-  int digits = told_digits;
-  if (!comes_back(digits)) {
-    if (exact_)
-      while (digits < most_digits && !comes_back(++digits)) continue;
-    else
-      ++altered_;
-  }
+  const int digits = single ? 7 : 15;
+  const double back = rounded_to(value, digits);
+  const bool equal = single ? static_cast<float>(back) == static_cast<float>(value) : back == value;
+  if (!equal) ++altered_;
   line.push_back('\'');
   line += general_text(value, digits);
   line.push_back('\'');
@@ -144,9 +101,9 @@ void ValueWriter::append_moment(std::string& line, const DbMoment& moment, int f
   const bool has_time = field_type != db_type::kDate;
   const bool has_fraction = moment.microsecond != 0;
   const bool equal = listed && !(has_time && has_fraction);
-  if (!equal && !exact_) ++altered_;
+  if (!equal) ++altered_;
   line.push_back('\'');
-  if (!listed && !exact_) {
+  if (!listed) {
     // A date of another type goes out as the host shows it.
     const DateTime shown{
         {moment.year, moment.month, moment.day}, moment.hour, moment.minute, moment.second};
@@ -164,10 +121,6 @@ void ValueWriter::append_moment(std::string& line, const DbMoment& moment, int f
       append_number(line, moment.minute, 2);
       line.push_back(':');
       append_number(line, moment.second, 2);
-      if (has_fraction && exact_) {
-        line.push_back('.');
-        append_number(line, moment.microsecond, 6);
-      }
     }
   }
   line.push_back('\'');
@@ -175,18 +128,10 @@ void ValueWriter::append_moment(std::string& line, const DbMoment& moment, int f
 
 // Binary of a type that the format does not know goes out as text.
 void ValueWriter::append_bytes(std::string& line, std::string_view bytes, int field_type) {
-  const size_t start = line.size();
   const bool equal = append_told_text(line, from_ansi(bytes), field_type) &&
                      std::none_of(bytes.begin(), bytes.end(),
                                   [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
-  if (equal) return;
-  if (!exact_) {
-    ++altered_;
-    return;
-  }
-  line.resize(start);
-  line += "0x";
-  append_hex(line, bytes);
+  if (!equal) ++altered_;
 }
 
 void ValueWriter::append(std::string& line, const DbValue& value, int field_type) {
@@ -221,7 +166,7 @@ void ValueWriter::append(std::string& line, const DbValue& value, int field_type
 void ValueWriter::begin_blob(std::string& line, int field_type) {
   blob_start_ = line.size();
   blob_type_ = field_type;
-  line += blob_type_ == db_type::kVarBinary && !exact_ ? "'0x" : "0x";
+  line += blob_type_ == db_type::kVarBinary ? "'0x" : "0x";
 }
 
 void ValueWriter::append_blob_bytes(std::string& line, std::string_view bytes) const {
@@ -234,8 +179,8 @@ void ValueWriter::end_blob(std::string& line, bool is_null, bool complete) {
   bool equal = complete;
   if (is_empty) {
     line.resize(blob_start_);
-    line += is_null || !exact_ ? kNull : "''";
-    equal = is_null || (complete && exact_);
+    line += kNull;
+    equal = is_null;
   } else if (is_quoted) {
     line.push_back('\'');
     equal = false;

@@ -13,11 +13,10 @@ namespace kestrelon {
 /// values that the server would read back as other than they were: commas in texts that look like
 /// numbers, the words NULL, True and False held as text, line ends other than CR LF, characters
 /// outside the code page, binary of type 204, empty blobs, fractions of seconds, doubles of more
-/// than 15 digits. An exact writer gives just these values a form that comes back equal, and counts
-/// none.
+/// than 15 digits.
 class ValueWriter {
  public:
-  ValueWriter(NumberMarks marks, bool exact) : marks_(std::move(marks)), exact_(exact) {}
+  explicit ValueWriter(NumberMarks marks) : marks_(std::move(marks)) {}
 
   /// A value of a field that is no blob (`is_blob`).
   void append(std::string& line, const DbValue& value, int field_type);
@@ -34,8 +33,8 @@ class ValueWriter {
 
   /// Values of other content after a restore.
   uint64_t altered() const { return altered_; }
-  /// Counts a text of the structure that the code page cannot hold.
-  void count_altered() { ++altered_; }
+  /// Goes back to an earlier count: the values since then are written anew.
+  void forget_since(uint64_t count) { altered_ = count; }
 
  private:
   void append_text(std::string& line, std::wstring_view text, int field_type);
@@ -45,7 +44,6 @@ class ValueWriter {
   void append_bytes(std::string& line, std::string_view bytes, int field_type);
 
   NumberMarks marks_;
-  bool exact_;
   uint64_t altered_ = 0;
   size_t blob_start_ = 0;
   int blob_type_ = 0;

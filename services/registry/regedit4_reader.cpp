@@ -82,8 +82,9 @@ class Reader {
   // Without escapes a quote closes a name only before "=".
   size_t end_of_quoted(std::string_view line) const {
     if (!is_escaped_) {
-      const size_t end = line.find("\"=", 1);
-      return end == std::string_view::npos ? end : end + 1;
+      for (size_t end = 1; (end = line.find('"', end)) != std::string_view::npos; ++end)
+        if (trim(line.substr(end + 1)).starts_with('=')) return end + 1;
+      return std::string_view::npos;
     }
     for (size_t i = 1; i < line.size(); ++i) {
       if (line[i] == '\\')
@@ -119,7 +120,19 @@ class Reader {
     ValueLine value;
     value.is_default = is_default;
     value.name = is_default ? "@" : unescaped(line.substr(1, end - 2));
-    value.value = trim(rest.substr(1));
+    value.value = without_comment(trim(rest.substr(1)));
+    return value;
+  }
+
+  // A comment may follow a value: behind the closing quote, or behind digits.
+  std::string_view without_comment(std::string_view value) const {
+    if (!value.starts_with('"')) return trim(value.substr(0, value.find(';')));
+    if (is_quoted(value)) return value;
+    for (size_t quote = value.rfind('"'); quote != 0 && quote != std::string_view::npos;
+         quote = value.rfind('"', quote - 1)) {
+      const std::string_view text = value.substr(0, quote + 1);
+      if (is_quoted(text) && trim(value.substr(quote + 1)).starts_with(';')) return text;
+    }
     return value;
   }
 
@@ -166,10 +179,11 @@ class Reader {
   }
 
   bool apply_double_word(const std::string& key, const ValueLine& line) {
-    constexpr size_t kDigits = 8;
     const std::string_view digits = std::string_view(line.value).substr(sizeof "dword:" - 1);
     const auto number = parse_hex(digits);
-    if (!number || digits.size() != kDigits) return false;
+    // Fewer digits than eight at the very end of a file are those of a file that is cut.
+    constexpr size_t kDigits = 8;
+    if (!number || (digits.size() < kDigits && at_ + 1 == lines_.size())) return false;
     registry_.write_double_word(key, line.name, static_cast<int32_t>(*number));
     return true;
   }

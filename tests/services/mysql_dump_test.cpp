@@ -172,22 +172,6 @@ TEST_F(DumpTextTest, ValuesAreWrittenAsToldAndTheAlteredOnesCounted) {
   EXPECT_EQ(service_.altered_values(), 1u);
 }
 
-TEST_F(DumpTextTest, ExactValuesTouchOnlyWhatWouldChange) {
-  options_.exact_values = true;
-  EXPECT_EQ(rows_of({{L"a"}, {L"b"}, {L"c"}, {L"d"}, {L"e"}, {L"f"}},
-                    {{L"NULL", L"True", L"a\nb\r", L"1,5", L"é'\\", L"Ω"}}),
-            "('NULL', 'True', 'a\\nb\\r', '1,5', '\xE9\\'\\\\', _utf8mb4 0xcea9)");
-  EXPECT_EQ(rows_of({{L"a", db_type::kDouble},
-                     {L"b", db_type::kTimeStamp},
-                     {L"c", db_type::kVarBinary},
-                     {L"d", db_type::kVarBinary},
-                     {L"e", db_type::kLongVarBinary}},
-                    {{FakeCell::of_real(0.1 + 0.2), FakeCell::of_moment({2024, 2, 29, 1, 2, 3, 40}),
-                      FakeCell::of_bytes("A\xFF"), FakeCell::of_bytes(""), FakeCell()}}),
-            "('0.30000000000000004', '2024-02-29 01:02:03.000040', 0x41ff, '', NULL)");
-  EXPECT_EQ(service_.altered_values(), 0u);
-}
-
 TEST_F(DumpTextTest, BlobsAreReadInChunksAndWhatIsLostIsCounted) {
   const FakeCell whole = FakeCell::of_bytes(std::string(4097, '\x07'));
   FakeCell broken = whole;
@@ -205,9 +189,6 @@ TEST_F(DumpTextTest, BlobsAreReadInChunksAndWhatIsLostIsCounted) {
   EXPECT_EQ(service_.altered_values(), 1u);
   EXPECT_EQ(rows_of(fields, {{lost, FakeCell::of_bytes("")}}), "(NULL, NULL)");
   EXPECT_EQ(service_.altered_values(), 2u);
-  options_.exact_values = true;
-  connection_.answers[L"SELECT * FROM `t`;"].rows = {{broken, FakeCell()}};
-  EXPECT_FALSE(service_.backup(file_.path.wstring(), connection_, observer_, options_));
 }
 
 TEST_F(DumpTextTest, AFailureKeepsTheFileAndTellsTheError) {

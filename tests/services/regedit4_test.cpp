@@ -105,8 +105,20 @@ TEST_F(Regedit4Test, LinesOfOtherWritersAreRead) {
   EXPECT_EQ(registry_.read_double_word("HKCU\\Loja", "d"), -2);
   EXPECT_EQ(text("t2"), "C:\\\\x") << "escapes are text in a file without our mark";
   EXPECT_EQ(text("s"), std::nullopt);
-  EXPECT_EQ(registry_.values("HKCU\\Loja").size(), 5u);
+  EXPECT_EQ(text("t"), "x");
+  EXPECT_EQ(registry_.values("HKCU\\Loja").size(), 6u);
   EXPECT_TRUE(registry_.key_exists("HKCU\\So"));
+}
+
+TEST_F(Regedit4Test, BlanksAndCommentsAroundValuesAreNoPartOfThem) {
+  ASSERT_TRUE(
+      import("[HKCU\\Loja]\r\n\"a\" = \"b\" ; fim\r\n\"n\" = dword:1 ; um\r\n\"h\"=hex:01,02 ;x\r\n"
+             "\"p\"=\"x;y\"\r\n\"q\"=\"\" ;\"z\r\n@=\"d\";e\r\n"));
+  EXPECT_EQ(text("a"), "b");
+  EXPECT_EQ(registry_.read_double_word("HKCU\\Loja", "n"), 1);
+  EXPECT_EQ(registry_.read_binary("HKCU\\Loja", "h"), "01 02");
+  EXPECT_EQ(text("p"), "x;y");
+  EXPECT_EQ(text("@"), "d");
 }
 
 TEST_F(Regedit4Test, DeletionsTakeTheNamedValueOrKey) {
@@ -131,7 +143,7 @@ TEST_F(Regedit4Test, AnotherHeadOrABrokenNumberIsRefused) {
   EXPECT_FALSE(import_registry(registry_, ""));
   EXPECT_FALSE(registry_.creates_missing_keys);
   EXPECT_TRUE(import_registry(registry_, "regedit4"));
-  EXPECT_FALSE(import("[HKCU\\Loja]\r\n\"a\"=\"1\"\r\n\"n\"=dword:12\r\n\"b\"=\"2\""));
+  EXPECT_FALSE(import("[HKCU\\Loja]\r\n\"a\"=\"1\"\r\n\"n\"=dword:123456789\r\n\"b\"=\"2\""));
   EXPECT_EQ(text("a"), "1");
   EXPECT_EQ(text("b"), std::nullopt);
   EXPECT_TRUE(registry_.creates_missing_keys) << "stays set after a failure inside";

@@ -56,6 +56,17 @@ class DumpTest : public ::testing::Test {
 
   unsigned port() const { return MariaDbServer::shared().port(); }
   void fill(const std::string& sql) { MariaDbConnection(port(), "loja").run(sql); }
+  /// Statements of one session.
+  void fill_all(const std::vector<std::string>& statements) {
+    MariaDbConnection source(port(), "loja");
+    for (const std::string& sql : statements) {
+      try {
+        source.run(sql);
+      } catch (const DbError& failure) {
+        throw std::runtime_error(sql + ": " + to_utf8(failure.description));
+      }
+    }
+  }
   bool backup() {
     MariaDbConnection source(port(), "loja");
     return service_.backup(file_.wstring(), source, observer_, options_);

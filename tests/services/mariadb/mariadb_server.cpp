@@ -77,7 +77,7 @@ MariaDbServer::MariaDbServer() {
       {"mariadbd", "--no-defaults", user, data, "--bind-address=127.0.0.1",
        "--socket=" + (folder_ / "socket").string(), "--pid-file=" + (folder_ / "pid").string(),
        "--port=" + std::to_string(port_), "--skip-name-resolve",
-       "--innodb-flush-log-at-trx-commit=0", "--max-allowed-packet=64M"},
+       "--innodb-flush-log-at-trx-commit=0", "--debug-no-sync", "--max-allowed-packet=64M"},
       log);
   for (int tries = 0; tries < 600 && !answers(port_); ++tries)
     std::this_thread::sleep_for(std::chrono::milliseconds(50));

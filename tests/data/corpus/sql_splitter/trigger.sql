@@ -1,0 +1,2 @@
+/*!50003 CREATE*/ /*!50017 DEFINER=`a`@`b`*/ /*!50003 TRIGGER t BEFORE INSERT ON x FOR EACH ROW BEGIN /* a; * / SET @a='*/'; -- c;
+END */;
