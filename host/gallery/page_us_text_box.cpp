@@ -76,7 +76,7 @@ void enlarged(Page& page) {
       put_property(control, L"Theme", Variant(theme));
       put_property(control, L"Text", Variant(L"Pedido"));
     };
-    const Situation situation = theme == 1 ? Situation::kOver : Situation::kNormal;
+    const Situation situation = theme == 1 ? Situation::kOver : Situation::kAway;
     page.picture(look::kMargin + static_cast<int>(theme) * 292, page.y(),
                  page.snapshot(kProgId, 70, kHeight, situation, prepare), 4);
   }
