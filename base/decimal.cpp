@@ -96,4 +96,22 @@ std::optional<double> parse_fixed(std::string_view text) {
   return negative ? -value : value;
 }
 
+std::optional<double> parse_scientific(std::string_view text) {
+  if (text.starts_with('+')) text.remove_prefix(1);
+  const size_t mark = text.find_first_of("eE");
+  if (mark == text.npos) return parse_fixed(text);
+  const auto mantissa = parse_fixed(text.substr(0, mark));
+  std::string_view power = text.substr(mark + 1);
+  if (power.starts_with('+')) power.remove_prefix(1);
+  const auto exponent = parse_fixed(power);
+  constexpr double kMost = 400;  // beyond any Double, with the digits of any mantissa
+  if (!mantissa || !exponent || power.find('.') != power.npos || std::fabs(*exponent) > kMost)
+    return std::nullopt;
+  DecimalDigits digits = exact_digits(*mantissa);
+  digits.whole += static_cast<int>(*exponent);
+  const double value = nearest_double(digits);
+  if (!std::isfinite(value)) return std::nullopt;
+  return *mantissa < 0 ? -value : value;
+}
+
 }  // namespace kestrelon

@@ -28,5 +28,7 @@ double rounded_to(double value, int digits);
 /// The double nearest to a text of digits that may hold one '.' and begin with '-'. Nothing for
 /// any other text or beyond the range.
 std::optional<double> parse_fixed(std::string_view text);
+/// The same with an exponent allowed behind it ("1.5e-3") and '+' in front.
+std::optional<double> parse_scientific(std::string_view text);
 
 }  // namespace kestrelon

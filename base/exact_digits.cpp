@@ -176,4 +176,39 @@ double nearest_double(const DecimalDigits& digits) {
   return value;
 }
 
+DecimalDigits shortest_digits(double value) {
+  constexpr size_t kSure = 15, kEnough = 17;
+  const DecimalDigits all = exact_digits(value);
+  for (size_t count = kSure; count < kEnough; ++count) {
+    DecimalDigits fewer = all;
+    fewer.round_to_even(count);
+    if (nearest_double(fewer) == std::fabs(value)) return fewer;
+  }
+  DecimalDigits out = all;
+  out.round_to_even(kEnough);
+  return out;
+}
+
+DecimalDigits shortest_digits(float value) {
+  constexpr size_t kSure = 6, kEnough = 9;
+  const DecimalDigits all = exact_digits(static_cast<double>(value));
+  for (size_t count = kSure; count < kEnough; ++count) {
+    DecimalDigits fewer = all;
+    fewer.round_to_even(count);
+    if (static_cast<float>(nearest_double(fewer)) == std::fabs(value)) return fewer;
+  }
+  DecimalDigits out = all;
+  out.round_to_even(kEnough);
+  return out;
+}
+
+std::string plain_text(const DecimalDigits& digits) {
+  if (digits.text.empty()) return "0";
+  std::string out = digits.text;
+  if (digits.whole <= 0) return "0." + std::string(static_cast<size_t>(-digits.whole), '0') + out;
+  const auto whole = static_cast<size_t>(digits.whole);
+  if (whole >= out.size()) return out.append(whole - out.size(), '0');
+  return out.insert(whole, 1, '.');
+}
+
 }  // namespace kestrelon

@@ -26,6 +26,12 @@ struct DecimalDigits {
 DecimalDigits exact_digits(uint64_t mantissa, int exponent);
 /// All digits of |value|, which is finite.
 DecimalDigits exact_digits(double value);
+/// The fewest digits, from 15 on, that read back as |value|, which is finite.
+DecimalDigits shortest_digits(double value);
+/// The same for a Single, from 6 digits on.
+DecimalDigits shortest_digits(float value);
+/// The digits without an exponent: "1234.5", "0.001", "0".
+std::string plain_text(const DecimalDigits& digits);
 /// The double nearest to the number, ties to even; infinity above the range.
 double nearest_double(const DecimalDigits& digits);
 

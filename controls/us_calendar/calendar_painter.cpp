@@ -1,4 +1,5 @@
 #include "controls/us_calendar/calendar_painter.h"
+#include "base/decimal.h"
 
 #include <string_view>
 
@@ -166,7 +167,7 @@ class PanelPainter {
       const bool shown = panel_.day_at(index, row * kWeekDays).has_value() ||
                          panel_.day_at(index, row * kWeekDays + kWeekDays - 1).has_value();
       if (shown)
-        draw_centered(dc_, std::to_wstring(iso_week_of_row(first).week), week_cell(month, row),
+        draw_centered(dc_, decimal_text(iso_week_of_row(first).week), week_cell(month, row),
                       colors_.faint);
     }
     fill_rect(

@@ -1,4 +1,5 @@
 // From the calendar's state to what its painter is told.
+#include "base/decimal.h"
 #include "controls/us_calendar/today.h"
 #include "controls/us_calendar/us_calendar.h"
 #include "frame/kit/color.h"
@@ -57,7 +58,7 @@ DayLook USCalendar::look_of(int32_t day, bool neighbour, const CalendarColors& c
   DayLook look;
   const DayNote note = ShowHolidays.get() ? Holidays.days().note(day) : DayNote();
   const bool off = is_day_off(note, count());
-  look.text = std::to_wstring(date_of_day_number(day)->day);
+  look.text = decimal_text(date_of_day_number(day)->day);
   look.bold = off;
   look.dot = off || note.optional;
   look.color = is_weekend(weekday(day)) ? colors.weekend : colors.text;

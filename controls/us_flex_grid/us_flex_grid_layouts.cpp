@@ -1,4 +1,5 @@
 // Widths and order of columns in files and in the settings of the program.
+#include "base/decimal.h"
 #include "base/text.h"
 #include "controls/us_flex_grid/us_flex_grid.h"
 #include "grid/store/column_layout.h"
@@ -99,7 +100,7 @@ void USFlexGrid::load_column_widths_from_registry(const std::wstring& name, VARI
   const Settings settings(name, application, false);
   if (!settings) return tell(error, kNoSettings);
   for (int i = 0; i < store_.column_count(); ++i)
-    if (const auto width = settings.number(std::to_wstring(i) + L"W"); width && *width >= 0)
+    if (const auto width = settings.number(decimal_text(i) + L"W"); width && *width >= 0)
       store_.set_column_width(i, *width);
   touch();
   tell(error, L"");
@@ -110,7 +111,7 @@ void USFlexGrid::save_column_widths_to_registry(const std::wstring& name, VARIAN
   Settings settings(name, application, true);
   bool done = static_cast<bool>(settings);
   for (int i = 0; done && i < store_.column_count(); ++i)
-    done = settings.write(std::to_wstring(i) + L"W",
+    done = settings.write(decimal_text(i) + L"W",
                           single_text(store_.column(i).width, locale_->facts().decimal_mark));
   tell(error, done ? L"" : kNoSettings);
 }
@@ -124,7 +125,7 @@ void USFlexGrid::load_column_order_from_registry(const std::wstring& name, VARIA
     return tell(error, kOtherColumns);
   std::vector<int> order;
   for (int i = 0; i < count; ++i) {
-    const double entry = settings.number(std::to_wstring(i)).value_or(i);
+    const double entry = settings.number(decimal_text(i)).value_or(i);
     order.push_back(entry >= 0 && entry < count ? static_cast<int>(entry) : -1);
   }
   if (!store_.set_column_order(order)) return tell(error, kOtherColumns);
@@ -136,9 +137,9 @@ void USFlexGrid::save_column_order_to_registry(const std::wstring& name, VARIANT
                                                const VARIANT& application) {
   Settings settings(name, application, true);
   const int count = store_.column_count();
-  bool done = settings && settings.write(L"Count", std::to_wstring(count - 1));
+  bool done = settings && settings.write(L"Count", decimal_text(count - 1));
   for (int i = 0; done && i < count; ++i)
-    done = settings.write(std::to_wstring(i), std::to_wstring(store_.column_at(i)));
+    done = settings.write(decimal_text(i), decimal_text(store_.column_at(i)));
   tell(error, done ? L"" : kNoSettings);
 }
 

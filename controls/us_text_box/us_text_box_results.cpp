@@ -1,4 +1,5 @@
 // What the text tells: counts, numbers, words; and text files.
+#include "base/decimal.h"
 #include "base/file_bytes.h"
 #include "base/text.h"
 #include "controls/us_text_box/us_text_box.h"
@@ -15,7 +16,7 @@ constexpr uint64_t kLargestFile = 256u << 20;
 
 // In place of the file only once the new one is whole.
 bool replace_file(const std::wstring& name, std::span<const uint8_t> bytes) {
-  const std::wstring fresh = name + L".tmp" + std::to_wstring(GetCurrentProcessId());
+  const std::wstring fresh = name + L".tmp" + decimal_text(GetCurrentProcessId());
   if (!write_file(fresh, bytes)) return false;
   constexpr DWORD kHow = MOVEFILE_REPLACE_EXISTING | MOVEFILE_COPY_ALLOWED;
   if (MoveFileExW(fresh.c_str(), name.c_str(), kHow)) return true;

@@ -1,5 +1,6 @@
 // The tree as screen readers see it: items are made when they are asked for, numbered by the rows
 // that show.
+#include "base/decimal.h"
 #include "controls/us_tree_view/us_tree_view.h"
 
 namespace kestrelon {
@@ -20,9 +21,9 @@ bool USTreeView::accessible_item(long child, AccessibleItem& item) const {
   const TreeNode& node = store_.node(id);
   item.role = ROLE_SYSTEM_OUTLINEITEM;
   item.name = std::wstring(store_.text(id));
-  item.value = std::to_wstring(node.level);  // the convention of readers for outlines
-  item.description = std::to_wstring(store_.index(id) + 1) + L" de " +
-                     std::to_wstring(store_.child_count(node.parent));
+  item.value = decimal_text(node.level);  // the convention of readers for outlines
+  item.description =
+      decimal_text(store_.index(id) + 1) + L" de " + decimal_text(store_.child_count(node.parent));
   if (choice_.selectable(id))
     item.state |= STATE_SYSTEM_SELECTABLE | STATE_SYSTEM_FOCUSABLE;
   else

@@ -1,10 +1,11 @@
 #include "grid/store/header_format.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <limits>
 
+#include "base/decimal.h"
+#include "base/exact_digits.h"
 #include "base/rounding.h"
 #include "base/text.h"
 
@@ -159,17 +160,13 @@ std::optional<double> parse_plain_number(std::wstring_view text) {
     if (!known) return std::nullopt;
     plain += c == L',' ? '.' : static_cast<char>(c);
   }
-  double value = 0;
-  const char* end = plain.data() + plain.size();
-  const auto [stop, error] = std::from_chars(plain.data(), end, value);
-  if (error != std::errc() || stop != end || !std::isfinite(value)) return std::nullopt;
-  return value;
+  return parse_scientific(plain);
 }
 
 std::wstring single_text(float value, wchar_t mark) {
-  char buffer[64];
-  const auto end = std::to_chars(buffer, buffer + sizeof buffer, value);
-  std::wstring text(buffer, end.ptr);
+  if (!std::isfinite(value)) return L"0";
+  const std::string plain = (value < 0 ? "-" : "") + plain_text(shortest_digits(value));
+  std::wstring text(plain.begin(), plain.end());
   std::replace(text.begin(), text.end(), L'.', mark);
   return text;
 }

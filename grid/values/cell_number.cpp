@@ -1,6 +1,6 @@
 #include "grid/values/cell_number.h"
+#include "base/exact_digits.h"
 
-#include <charconv>
 #include <cmath>
 #include <limits>
 #include <optional>
@@ -25,12 +25,9 @@ bool is_word(std::wstring_view text, std::wstring_view word) {
 
 // `digits` times 10 to the power of -scale.
 double nearest(const std::string& digits, int32_t scale) {
-  const std::string decimal = digits + "e-" + std::to_string(scale);
-  double value = 0;
-  const auto result = std::from_chars(decimal.data(), decimal.data() + decimal.size(), value);
-  if (result.ec != std::errc::result_out_of_range) return value;
-  const bool below_one = digits.size() <= static_cast<size_t>(scale);
-  return below_one ? 0 : std::numeric_limits<double>::infinity();
+  DecimalDigits exact{digits, static_cast<int>(digits.size()) - scale};
+  exact.trim();
+  return nearest_double(exact);
 }
 
 // Most numbers are a few figures and at most one mark; filling a grid reads every cell.

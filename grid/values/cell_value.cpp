@@ -1,4 +1,5 @@
 #include "grid/values/cell_value.h"
+#include "base/decimal.h"
 
 #include <algorithm>
 #include <cmath>
@@ -22,7 +23,7 @@ std::wstring iso_date(double value) {
     return std::wstring{L'-', static_cast<wchar_t>(L'0' + number / 10),
                         static_cast<wchar_t>(L'0' + number % 10)};
   };
-  std::wstring year = std::to_wstring(moment->date.year);
+  std::wstring year = decimal_text(moment->date.year);
   year.insert(0, 4 - std::min<size_t>(year.size(), 4), L'0');
   return year + two(moment->date.month) + two(moment->date.day);
 }

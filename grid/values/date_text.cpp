@@ -1,4 +1,5 @@
 #include "grid/values/date_text.h"
+#include "base/decimal.h"
 
 #include <cmath>
 #include <utility>
@@ -117,7 +118,7 @@ std::optional<double> plain_date(std::wstring_view text, DateOrder order) {
 }
 
 void append_padded(std::wstring& text, int value, size_t width) {
-  const std::wstring digits = std::to_wstring(value);
+  const std::wstring digits = decimal_text(value);
   text.append(width > digits.size() ? width - digits.size() : 0, L'0').append(digits);
 }
 

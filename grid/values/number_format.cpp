@@ -1,9 +1,9 @@
 #include "grid/values/number_format.h"
 
-#include <charconv>
 #include <cmath>
 #include <vector>
 
+#include "base/exact_digits.h"
 #include "base/text.h"
 #include "grid/values/number_section.h"
 
@@ -111,15 +111,14 @@ std::wstring plain_number(const CellNumber& number, const LocaleFacts& facts) {
 
 CellNumber number_of(double value) {
   if (!std::isfinite(value)) return {};
-  char buffer[400];  // the smallest Double has 324 places and 17 digits
-  const auto end = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed);
+  const std::string plain = (value < 0 ? "-" : "") + plain_text(shortest_digits(value));
   static const LocaleFacts kPointed = [] {
     LocaleFacts facts;
     facts.decimal_mark = L'.';
     facts.group_mark = L'\0';
     return facts;
   }();
-  return read_number(std::wstring(buffer, end.ptr), kPointed);
+  return read_number(std::wstring(plain.begin(), plain.end()), kPointed);
 }
 
 std::wstring plain_number(double value, const LocaleFacts& facts) {

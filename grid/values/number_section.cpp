@@ -1,4 +1,5 @@
 #include "grid/values/number_section.h"
+#include "base/decimal.h"
 
 #include <algorithm>
 
@@ -155,7 +156,7 @@ void NumberSection::append_exponent(std::wstring& text, wchar_t sign_rule, size_
   text += L'E';
   if (exponent < 0) text += L'-';
   if (exponent >= 0 && sign_rule == L'+') text += L'+';
-  const std::wstring digits = std::to_wstring(exponent < 0 ? -exponent : exponent);
+  const std::wstring digits = decimal_text(exponent < 0 ? -exponent : exponent);
   text.append(width > digits.size() ? width - digits.size() : 0, L'0').append(digits);
 }
 

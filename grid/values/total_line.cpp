@@ -1,6 +1,6 @@
 #include "grid/values/total_line.h"
+#include "base/decimal.h"
 
-#include <charconv>
 #include <cmath>
 
 #include "grid/values/number_format.h"
@@ -8,15 +8,7 @@
 namespace kestrelon {
 namespace {
 
-double to_fifteen_digits(double value) {
-  constexpr int kDigitsBehindTheFirst = 14;
-  char buffer[40];
-  const auto end = std::to_chars(buffer, buffer + sizeof buffer, value,
-                                 std::chars_format::scientific, kDigitsBehindTheFirst);
-  double rounded = 0;
-  std::from_chars(buffer, end.ptr, rounded);
-  return rounded;
-}
+constexpr int kSureDigits = 15;
 
 }  // namespace
 
@@ -30,7 +22,7 @@ double shown_total(const GridSource& source, int column, const TotalRules& rules
 
 std::wstring total_text(double total, std::wstring_view format, const LocaleFacts& facts) {
   if (!std::isfinite(total)) return {};
-  return format_number(number_of(to_fifteen_digits(total)), format, facts);
+  return format_number(number_of(rounded_to(total, kSureDigits)), format, facts);
 }
 
 std::wstring total_cell(const GridSource& source, int column, const TotalRules& rules,

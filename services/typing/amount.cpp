@@ -1,7 +1,9 @@
 #include "services/typing/amount.h"
 
+#include "base/decimal.h"
+#include "base/exact_digits.h"
+
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 
 #include "base/text.h"
@@ -130,26 +132,22 @@ double to_double(const Amount& amount) {
   for (const wchar_t c : amount.whole) text += static_cast<char>(c);
   text += '.';
   for (const wchar_t c : amount.places) text += static_cast<char>(c);
-  double value = 0;
-  std::from_chars(text.data(), text.data() + text.size(), value);
+  const double value = parse_fixed(text).value_or(0);
   return value == 0 ? 0 : value;
 }
 
 Amount amount_of(double value) {
   Amount amount;
   if (!std::isfinite(value)) return amount;
-  // The least number of digits up to 15 first, then as a plain row of digits.
-  char buffer[400];
-  auto end =
-      std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, 15).ptr;
-  double rounded = 0;
-  std::from_chars(buffer, end, rounded);
-  end = std::to_chars(buffer, buffer + sizeof buffer, rounded, std::chars_format::fixed).ptr;
+  // Fifteen digits are sure; what is behind them is the binary number's, not the amount's.
+  constexpr size_t kSureDigits = 15;
+  DecimalDigits sure = exact_digits(value);
+  sure.round_to_even(kSureDigits);
+  amount.negative = value < 0;
   std::wstring* digits = &amount.whole;
-  for (const char* c = buffer; c != end; ++c) {
-    if (*c == '-') amount.negative = true;
-    if (*c == '.') digits = &amount.places;
-    if (*c >= '0' && *c <= '9') *digits += static_cast<wchar_t>(*c);
+  for (const char c : plain_text(sure)) {
+    if (c == '.') digits = &amount.places;
+    if (c != '.') *digits += static_cast<wchar_t>(c);
   }
   strip_leading_zeros(amount.whole);
   if (amount.is_zero()) amount.negative = false;
