@@ -17,7 +17,7 @@ calendar.BusinessDays = 1
 Check "bank days", calendar.BusinessDaysBetween(DateSerial(2025, 12, 31), DateSerial(2026, 12, 31)), 249
 calendar.BusinessDays = 0
 Check "Easter", calendar.EasterDate(2026), DateSerial(2026, 4, 5)
-Check "name", calendar.HolidayName(DateSerial(2026, 11, 15)), "Proclama" & ChrW(231) & ChrW(227) & "o da Rep" & ChrW(250) & "blica"
+Check "name", calendar.HolidayName(DateSerial(2026, 11, 15)), "Proclama" & Chr(231) & Chr(227) & "o da Rep" & Chr(250) & "blica"
 calendar.AddHoliday 9, 7, "Data magna"
 Check "own holiday", calendar.IsHoliday(DateSerial(2026, 7, 9)), True
 calendar.RemoveHoliday 9, 7

@@ -11,12 +11,12 @@ End Sub
 
 Dim box : Set box = CreateObject("Kestrelon2012.USTextBox")
 Expect "default member", box & "", ""
-box = "ola"
-Expect "default member put", box.Text, "ola"
+box.Text = "ola"
+Expect "default member", box & "", "ola"
 Expect "Value", box.Value, "ola"
 box.TextCase = 1
-box.Text = "a" & ChrW(231) & ChrW(227) & "o"
-Expect "TextCase", box.Text, "A" & ChrW(199) & ChrW(195) & "O"
+box.Text = "a" & Chr(231) & Chr(227) & "o"
+Expect "TextCase", box.Text, "A" & Chr(199) & Chr(195) & "O"
 box.TextCase = 0
 
 box.FormatType = 1

@@ -1,7 +1,7 @@
 ' The tree late-bound: nodes, keys, views, For Each. Prints OK at its end.
 Option Explicit
 
-Dim tree, failures, a, b, node, names
+Dim tree, failures, a, b, node, names, tag
 failures = 0
 
 Sub Check(what, got, wanted)
@@ -42,7 +42,8 @@ Check "under itself", a.MoveTo(b, 0), False
 Check "moved", b.MoveTo("2", 0), True
 Check "new path", b.FullPath, "Passivo\Caixa"
 b.Tag = Array(1, 2)
-Check "tag", b.Tag(1), 2
+tag = b.Tag
+Check "tag", tag(1), 2
 a.Remove
 Check "gone", a.Text & a.Level & a.ChildCount, "00"
 tree.Nodes.Clear
