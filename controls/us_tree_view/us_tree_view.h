@@ -166,6 +166,7 @@ class USTreeView final : public USTreeViewGlue<USTreeView, ImagesPack<ItemContro
   ItemColors colors() const;
   ItemLook look_of(NodeId id) const;
   int32_t image_number_of(NodeId id) const;
+  int width_of(HDC dc, std::wstring_view text, bool bold);
   void draw_row(ItemPainter& painter, int row);
   void draw_lines(NodeId id, const ItemParts& parts);
   void draw_expander(NodeId id, const ItemParts& parts);

@@ -57,12 +57,20 @@ ItemLook USTreeView::look_of(NodeId id) const {
   return look;
 }
 
+// In the font that the text will be drawn in.
+int USTreeView::width_of(HDC dc, std::wstring_view text, bool bold) {
+  const HGDIOBJ displaced = SelectObject(dc, bold ? bold_font() : plain_font());
+  const int width = text_width(dc, text);
+  SelectObject(dc, displaced);
+  return width;
+}
+
 void USTreeView::draw_row(ItemPainter& painter, int row) {
   const NodeId id = store_.node_at(row);
   ItemLook look = look_of(id);
   look.image = image_of(image_number_of(id));
   ItemParts parts = parts_of(row);
-  const int wanted = text_width(surface().dc(), look.text) + 2 * metrics_.padding;
+  const int wanted = width_of(surface().dc(), look.text, look.bold) + 2 * metrics_.padding;
   widest_ =
       std::max(widest_, (look.mirrored ? width() - parts.text.right : parts.text.left + left_) +
                             wanted + metrics_.padding);

@@ -26,9 +26,7 @@ void USTreeView::show_node_tip() {
   const ItemParts parts = parts_of(row);
   const std::wstring text(store_.text(id));
   const HDC dc = GetDC(window());
-  const HGDIOBJ displaced = SelectObject(dc, plain_font());
-  const int wanted = text_width(dc, text);
-  SelectObject(dc, displaced);
+  const int wanted = width_of(dc, text, store_.node(id).has(NodeFlag::kBold));
   ReleaseDC(window(), dc);
   if (parts.text.left >= 0 && parts.text.left + wanted <= width()) return;
   node_tip_.set_TipText(text);
