@@ -6,6 +6,7 @@ namespace kestrelon::host {
 
 const std::vector<PageEntry>& pages() {
   static const std::vector<PageEntry> list = {
+      {L"USFlexGrid", L"Grade", build_us_flex_grid_page},
       {L"USButton", L"Controles básicos", build_us_button_page},
       {L"USCheckBox", L"Controles básicos", build_us_check_box_page},
       {L"USOptionButton", L"Controles básicos", build_us_option_button_page},
