@@ -14,7 +14,7 @@ void append_utf8(std::string& path, uint32_t code) {
   const auto put = [&path](uint32_t byte) { path.push_back(static_cast<char>(byte)); };
   if (code < 0x80) return put(code);
   int trailing = code < 0x800 ? 1 : code < 0x10000 ? 2 : 3;
-  put((0xF00u >> trailing & 0xFF) | code >> 6 * trailing);
+  put((0xFF00u >> (trailing + 1) & 0xFF) | code >> 6 * trailing);
   while (trailing-- > 0) put(0x80 | (code >> 6 * trailing & 0x3F));
 }
 
