@@ -22,7 +22,7 @@ void append_utf8(std::string& path, uint32_t code) {
 std::string path_of(const std::wstring& name) {
   std::string path;
   for (const wchar_t c : name) {
-    const auto code = static_cast<uint32_t>(c);
+    const uint32_t code = std::char_traits<wchar_t>::to_int_type(c);
     if (code == 0 || code > 0x10FFFF || (code >= 0xD800 && code < 0xE000)) return {};
     append_utf8(path, code);
   }

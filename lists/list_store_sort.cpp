@@ -74,7 +74,7 @@ std::vector<uint32_t> ListStore::slots_by_key() {
     entries.push_back({head_of(key_of(items_[slot]), shared), slot});
   std::sort(entries.begin(), entries.end(), [&](const SortEntry& a, const SortEntry& b) {
     if (a.head != b.head) return a.head < b.head;
-    return compare(key_of(items_[a.slot]), key_of(items_[b.slot])) < 0;
+    return std::is_lt(compare(key_of(items_[a.slot]), key_of(items_[b.slot])));
   });
   std::vector<uint32_t> slots(entries.size());
   std::transform(entries.begin(), entries.end(), slots.begin(), [](auto& e) { return e.slot; });
@@ -86,7 +86,8 @@ void ListStore::rank_items() {
   const std::vector<uint32_t> slots = slots_by_key();
   uint32_t rank = 0;
   for (size_t i = 0; i < slots.size(); ++i) {
-    if (i > 0 && compare(key_of(items_[slots[i - 1]]), key_of(items_[slots[i]])) != 0) ++rank;
+    if (i > 0 && std::is_neq(compare(key_of(items_[slots[i - 1]]), key_of(items_[slots[i]]))))
+      ++rank;
     items_[slots[i]].rank = rank;
   }
   ranked_ = true;
@@ -115,7 +116,7 @@ int ListStore::sorted_position(std::wstring_view text) {
   const auto place =
       std::upper_bound(order_.begin(), order_.end(), Key(key), [&](Key sought, uint32_t slot) {
         make_key(items_[slot]);
-        return compare(sought, key_of(items_[slot])) < 0;
+        return std::is_lt(compare(sought, key_of(items_[slot])));
       });
   return static_cast<int>(place - order_.begin());
 }

@@ -11,10 +11,8 @@ namespace kestrelon {
 /// Heights of rows in pixels, each at least 1; asked only for rows near those that show.
 class RowHeights {
  public:
+  virtual ~RowHeights() = default;
   virtual int height(int row) const = 0;
-
- protected:
-  ~RowHeights() = default;
 };
 
 class FixedRowHeights final : public RowHeights {

@@ -44,7 +44,7 @@ std::wstring by_sections(const CellNumber& number, std::wstring_view format,
   PlacedDigits digits = placed(number);
   if (digits.is_zero() && has(kZero)) return NumberSection(sections[kZero]).write(digits, facts);
   if (number.negative() && has(kNegative)) {
-    const std::wstring text = NumberSection(sections[kNegative]).write(digits, facts);
+    std::wstring text = NumberSection(sections[kNegative]).write(digits, facts);
     if (!digits.is_zero()) return text;
     digits = {};  // rounded to nothing: no longer negative
     return NumberSection(sections[has(kZero) ? kZero : 0]).write(digits, facts);

@@ -8,6 +8,13 @@
 #include "services/mysql/told_check.h"
 
 namespace kestrelon {
+namespace {
+
+std::wstring show_create(const std::wstring& kind, const std::wstring& name) {
+  return L"SHOW CREATE " + kind + L" " + quoted_name(name) + L";";
+}
+
+}  // namespace
 
 DumpWriter::DumpWriter(const std::wstring& path, DbConnection& connection,
                        MaintenanceObserver& observer, const BackupOptions& options,
@@ -119,8 +126,7 @@ void DumpWriter::write_routines(const RoutineKind& kind) {
     observer_.progress(total, 0);
     if (!is_first) lines_.blank();
     is_first = false;
-    const auto result =
-        connection_.execute(L"SHOW CREATE " + sql + L" " + quoted_name(name) + L";");
+    const auto result = connection_.execute(show_create(sql, name));
     const std::wstring text =
         with_if_not_exists(create_text(*result, 2, label + L" " + name) + L";", kind.sql);
     if (!comes_back_by_lines(text))

@@ -173,7 +173,7 @@ std::wstring ExactDump::create_text(std::wstring_view what, const std::wstring& 
                                     std::wstring_view field) {
   const auto created =
       connection_.execute(L"SHOW CREATE " + std::wstring(what) + L" " + quoted_name(name) + L";");
-  const std::wstring text = exact_create_text(*created, field);
+  std::wstring text = exact_create_text(*created, field);
   check_text(text, std::wstring(what) + L" " + quoted_name(name));
   return text;
 }

@@ -12,6 +12,10 @@
 namespace kestrelon {
 namespace {
 
+std::wstring plain_view(const std::wstring& quoted, const std::wstring& columns) {
+  return L"CREATE VIEW " + quoted + L" AS SELECT " + columns;
+}
+
 bool is_ascii(std::wstring_view text) {
   return std::all_of(text.begin(), text.end(), [](wchar_t c) { return code_unit(c) < 0x80; });
 }
@@ -45,7 +49,7 @@ void ExactDump::write_stand_ins() {
       continue;
     }
     output_.statement(L"DROP VIEW IF EXISTS " + quoted);
-    output_.statement(L"CREATE VIEW " + quoted + L" AS SELECT " + columns);
+    output_.statement(plain_view(quoted, columns));
   }
 }
 

@@ -45,7 +45,7 @@ void append_quoted_bytes(std::string& line, std::string_view utf8) {
 void append_quoted(std::string& line, std::wstring_view text) {
   line.push_back('\'');
   for (size_t i = 0; i < text.size(); ++i) {
-    const auto c = static_cast<uint32_t>(text[i]);
+    const uint32_t c = std::char_traits<wchar_t>::to_int_type(text[i]);
     if (c >= 0x80) {
       size_t end = i + 1;
       while (end < text.size() && static_cast<uint32_t>(text[end]) >= 0x80) ++end;

@@ -10,6 +10,14 @@
 namespace kestrelon {
 namespace {
 
+std::wstring count_zeros(const std::wstring& table, const std::wstring& column) {
+  return L"SELECT COUNT(*) FROM " + table + L" WHERE " + column + L"=0;";
+}
+
+std::wstring count_values(const std::wstring& table, const std::wstring& column) {
+  return L"SELECT COUNT(" + column + L") FROM " + table + L";";
+}
+
 bool holds(std::wstring_view text, std::wstring_view word) {
   return find_ignoring_case(text, word) != std::wstring_view::npos;
 }
@@ -80,15 +88,14 @@ void note_rows(DbConnection& connection, const std::wstring& table, AlterationLo
       const std::wstring column = quoted_name(wide_field(*shown, L"Field"));
       const std::wstring where = L" da tabela " + shown_name;
       if (holds(extra, L"auto_increment")) {
-        const uint64_t zeros =
-            counted(connection, L"SELECT COUNT(*) FROM " + name + L" WHERE " + column + L"=0;");
+        const uint64_t zeros = counted(connection, count_zeros(name, column));
         if (zeros > 0)
           log.altered(
               L"O zero da coluna " + comment_text(column) + where + L" volta como um número novo.",
               zeros);
       } else if (holds(extra, L"INVISIBLE")) {
         log.altered(L"A coluna invisível " + comment_text(column) + where + L" ficou de fora.",
-                    counted(connection, L"SELECT COUNT(" + column + L") FROM " + name + L";"));
+                    counted(connection, count_values(name, column)));
       } else if (holds(extra, L"VIRTUAL GENERATED") || holds(extra, L"STORED GENERATED") ||
                  holds(extra, L"PERSISTENT")) {
         log.altered(L"A coluna gerada " + comment_text(column) + where +

@@ -78,11 +78,11 @@ size_t moved(const EntryState& state, EntryMove move, const EntrySettings& setti
 }
 
 // A number that has grown past the field's length is refused.
-EntryState within_length(const EntryState& before, EntryState after,
+EntryState within_length(const EntryState& before, const EntryState& after,
                          const EntrySettings& settings) {
   const size_t most = settings.max_length;
   const bool grown = after.text.size() > before.text.size();
-  return most > 0 && grown && after.text.size() > most ? before : std::move(after);
+  return most > 0 && grown && after.text.size() > most ? before : after;
 }
 
 }  // namespace

@@ -163,7 +163,7 @@ std::wstring meant(std::wstring_view text, const MaskSet& set) {
   if (set.is_date &&
       std::any_of(bare.begin(), bare.end(), [](wchar_t c) { return !is_digit(c); })) {
     constexpr int kDayMonthYear = 1;
-    const std::wstring date = format_date(bare, L"dd/mm/yyyy");
+    std::wstring date = format_date(bare, L"dd/mm/yyyy");
     if (is_valid_date(date, kDayMonthYear)) return date;
   }
   return bare;

@@ -308,7 +308,7 @@ EntryState erase_backward(const EntryState& state, const EntrySettings& settings
 }
 
 EntryState erase_forward(const EntryState& state, const EntrySettings& settings) {
-  const EntryState own = adopted(state, settings);
+  EntryState own = adopted(state, settings);
   if (own.has_selection()) return without_selection(own, settings);
   const size_t caret = std::max(own.caret, first_position(own.text, settings));
   if (caret >= own.text.size()) return own;
