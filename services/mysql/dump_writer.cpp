@@ -10,6 +10,14 @@
 namespace kestrelon {
 namespace {
 
+std::wstring labelled(const std::wstring& label, const std::wstring& name) {
+  return label + L" " + name;
+}
+
+std::wstring with_end(const std::wstring& statement) {
+  return statement + L";";
+}
+
 std::wstring show_create(const std::wstring& kind, const std::wstring& name) {
   return L"SHOW CREATE " + kind + L" " + quoted_name(name) + L";";
 }
@@ -128,7 +136,7 @@ void DumpWriter::write_routines(const RoutineKind& kind) {
     is_first = false;
     const auto result = connection_.execute(show_create(sql, name));
     const std::wstring text =
-        with_if_not_exists(create_text(*result, 2, label + L" " + name) + L";", kind.sql);
+        with_if_not_exists(with_end(create_text(*result, 2, labelled(label, name))), kind.sql);
     if (!comes_back_by_lines(text))
       log_.altered(L"A " + label + L" " + comment_text(quoted_name(name)) +
                    L" não volta igual: suas linhas são juntadas ou cortadas na leitura.");
