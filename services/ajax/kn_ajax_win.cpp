@@ -1,5 +1,6 @@
 #include "services/ajax/kn_ajax_win.h"
 #include "base/decimal.h"
+#include "services/ajax/late_answers_win.h"
 
 namespace kestrelon {
 namespace {
@@ -11,7 +12,6 @@ constexpr const wchar_t* kRequestClasses[] = {L"Msxml2.XMLHTTP.6.0", L"Msxml2.XM
 
 constexpr wchar_t kProbeAddress[] = L"http://www.example.com/";
 constexpr int kProbeSeconds = 10;
-constexpr int64_t kComplete = 4;
 // How long the wait sleeps when no message comes, in milliseconds.
 constexpr DWORD kStep = 10;
 
@@ -49,7 +49,7 @@ KN_AJAX::KN_AJAX() : can_request_(static_cast<bool>(create_request())) {}
 void KN_AJAX::wait(LateObject& request, int seconds, bool shows_pointer) {
   const ULONGLONG end = GetTickCount64() + static_cast<ULONGLONG>(seconds < 0 ? 0 : seconds) * 1000;
   const HCURSOR busy = shows_pointer ? LoadCursorW(nullptr, IDC_APPSTARTING) : nullptr;
-  while (GetTickCount64() < end && number_of(request.get_property(L"readyState")) != kComplete) {
+  while (GetTickCount64() < end && !is_answered(request)) {
     // A window under the pointer sets its own shape whenever messages run.
     if (busy != nullptr) SetCursor(busy);
     MsgWaitForMultipleObjectsEx(0, nullptr, kStep, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
@@ -61,6 +61,7 @@ void KN_AJAX::wait(LateObject& request, int seconds, bool shows_pointer) {
 
 // A handler that runs during the wait may use or drop the object; the request in hand is kept.
 bool KN_AJAX::finish(LateObject& request, const Variant& body) {
+  const KeptUntilAnswered kept(request);
   request.call(L"Send", {body});
   wait(request, wait_seconds_, true);
   response_ = response_text(request);
@@ -101,6 +102,7 @@ bool KN_AJAX::ajax_internet_on_line() {
     LateObject request(create_request());
     open(request, L"GET", kProbeAddress);
     set_header(request, L"Content-type", L"text/html");
+    const KeptUntilAnswered kept(request);
     request.call(L"Send", {missing_argument()});
     wait(request, kProbeSeconds, false);
     return !response_text(request).empty();

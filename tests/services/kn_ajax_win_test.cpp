@@ -107,6 +107,8 @@ TEST_F(AjaxTest, AHandlerMayDropTheObjectDuringTheWait) {
   VARIANT_BOOL answered = VARIANT_FALSE;
   EXPECT_EQ(raw->AjaxGET(Bstr(server_.address(L"/delay")).get(), Bstr(L"").get(), &answered), S_OK);
   EXPECT_EQ(answered, VARIANT_TRUE);
+  EXPECT_EQ(server_.requests(), 1) << "the answer came from a cache, at once";
+  EXPECT_FALSE(ajax_) << "the handler never ran";
   KillTimer(nullptr, timer);
 }
 
