@@ -4,7 +4,7 @@ find_package(Python3 REQUIRED COMPONENTS Interpreter)
 find_program(WIDL ${KESTRELON_TRIPLE}-widl REQUIRED)
 
 set(GENERATED ${CMAKE_BINARY_DIR}/generated)
-file(MAKE_DIRECTORY ${GENERATED})
+file(MAKE_DIRECTORY ${GENERATED}/contract)
 if(CMAKE_SIZEOF_VOID_P EQUAL 8)
   set(WIDL_SYSTEM --win64)
   set(KESTRELON_ARCHITECTURE amd64)
@@ -26,15 +26,22 @@ add_custom_command(OUTPUT ${GENERATED}/stdole2.tlb
 
 set(gathered ${GENERATED}/kestrelon2012.idl)
 set(widl ${WIDL} ${WIDL_SYSTEM} -L${GENERATED} -I${idl_dir})
+set(headers_tool ${CMAKE_SOURCE_DIR}/tools/contract_headers.py)
+set(contract_headers)
+foreach(idl ${class_idls})
+  get_filename_component(name ${idl} NAME_WE)
+  list(APPEND contract_headers ${GENERATED}/contract/${name}.h)
+endforeach()
 add_custom_command(
-  OUTPUT ${GENERATED}/kestrelon2012.tlb ${GENERATED}/kestrelon2012.h ${GENERATED}/kestrelon2012_i.c
+  OUTPUT ${GENERATED}/kestrelon2012.tlb ${GENERATED}/kestrelon2012_i.c ${contract_headers}
   COMMAND ${Python3_EXECUTABLE} ${typelib_tool} gather ${gathered}
           ${CMAKE_SOURCE_DIR}/server/kestrelon2012.idl ${CMAKE_SOURCE_DIR}
   COMMAND ${widl} -t -T ${GENERATED}/kestrelon2012.tlb ${gathered}
-  COMMAND ${widl} -h -H ${GENERATED}/kestrelon2012.h ${gathered}
+  COMMAND ${widl} -h -H ${GENERATED}/all_contracts.h ${gathered}
+  COMMAND ${Python3_EXECUTABLE} ${headers_tool} ${GENERATED}/all_contracts.h ${GENERATED}/contract ${class_idls}
   COMMAND ${widl} -u -U ${GENERATED}/kestrelon2012_i.c ${gathered}
   COMMAND ${Python3_EXECUTABLE} ${typelib_tool} finish ${GENERATED}/kestrelon2012.tlb
-  DEPENDS ${typelib_tool} ${CMAKE_SOURCE_DIR}/server/kestrelon2012.idl ${class_idls}
+  DEPENDS ${typelib_tool} ${headers_tool} ${CMAKE_SOURCE_DIR}/server/kestrelon2012.idl ${class_idls}
           ${idl_dir}/automation.idl ${GENERATED}/stdole2.tlb
   VERBATIM)
 
@@ -50,7 +57,7 @@ foreach(idl ${class_idls})
     DEPENDS ${glue_tool} ${idl} VERBATIM)
   list(APPEND glue_headers ${GENERATED}/${name}_glue.h)
 endforeach()
-add_custom_target(contract DEPENDS ${GENERATED}/kestrelon2012.h ${glue_headers})
+add_custom_target(contract DEPENDS ${contract_headers} ${glue_headers})
 
 # The identifiers as a library of their own: widl writes C.
 enable_language(C)

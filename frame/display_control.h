@@ -2,9 +2,9 @@
 // hover and mouse events, drawing on demand.
 #pragma once
 
+#include "contract/frame_types.h"
 #include "frame/control_frame.h"
 #include "frame/hover.h"
-#include "kestrelon2012.h"
 
 namespace kestrelon {
 

@@ -9,7 +9,7 @@
 #include <string>
 
 #include "base/com_win.h"
-#include "kestrelon2012.h"
+#include "contract/frame_types.h"
 
 namespace kestrelon {
 

@@ -175,7 +175,7 @@ def main():
         "#pragma once",
         "",
         '#include "base/automation_win.h"',
-        '#include "kestrelon2012.h"',
+        f'#include "contract/{source.stem}.h"',
         "",
         "namespace kestrelon {",
     ]

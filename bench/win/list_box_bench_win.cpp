@@ -10,12 +10,12 @@
 #include <string>
 #include <vector>
 
+#include "contract/us_list_box.h"
 #include "host/class_library.h"
 #include "host/control_site.h"
 #include "host/form.h"
 #include "host/late_bound.h"
 #include "host/message_loop.h"
-#include "kestrelon2012.h"
 #include "tests/library_path.h"
 
 namespace {

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "base/com_win.h"
-#include "kestrelon2012.h"
+#include "contract/us_tool_bar.h"
 
 namespace kestrelon {
 

@@ -7,10 +7,10 @@
 #include <utility>
 #include <vector>
 
+#include "contract/frame_types.h"
 #include "controls/items/images_pack.h"
 #include "controls/items/list_records.h"
 #include "controls/items/text_lines.h"
-#include "kestrelon2012.h"
 #include "lists/collation_win.h"
 #include "lists/list_model.h"
 

@@ -2,8 +2,8 @@
 // through what lies behind it.
 #pragma once
 
+#include "contract/frame_types.h"
 #include "frame/simple_control.h"
-#include "kestrelon2012.h"
 
 namespace kestrelon {
 

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "kestrelon2012.h"
+#include "contract/us_option_button.h"
 #include "services/late_object_win.h"
 
 namespace kestrelon {

@@ -3,8 +3,8 @@
 
 #include <optional>
 
+#include "contract/us_scroll_bar.h"
 #include "frame/mem_dc.h"
-#include "kestrelon2012.h"
 
 namespace kestrelon {
 

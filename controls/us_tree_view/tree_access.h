@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "base/com_win.h"
-#include "kestrelon2012.h"
+#include "contract/us_tree_view.h"
 #include "lists/tree/tree_store.h"
 
 namespace kestrelon {

@@ -5,7 +5,7 @@
 #include <ole2.h>
 
 #include "base/com_win.h"
-#include "kestrelon2012.h"
+#include "contract/us_check_box.h"
 #include "tests/library_path.h"
 
 namespace kestrelon {
