@@ -10,6 +10,7 @@
 #include "controls/us_flex_grid/us_flex_grid.h"
 #include "controls/us_image_list/us_image_list.h"
 #include "controls/us_label/us_label.h"
+#include "controls/us_progress_bar/us_progress_bar.h"
 #include "controls/us_list_box/us_list_box.h"
 #include "controls/us_option_button/us_option_button.h"
 #include "controls/us_scroll_bar/us_scroll_bar.h"
@@ -89,6 +90,9 @@ std::span<const ServerClass> server_classes() {
       control<USLabel>(L"Kestrelon: texto, título ou link de formulário", IDB_TOOLBOX_USLABEL,
                        ControlTraits{}.misc_status | OLEMISC_ACTSLIKELABEL | OLEMISC_NOUIACTIVATE),
       control<USFlexGrid>(L"Kestrelon: grade de dados", IDB_TOOLBOX_USFLEXGRID),
+      control<USProgressBar>(L"Kestrelon: barra de progresso com texto e tempo restante",
+                             IDB_TOOLBOX_USPROGRESSBAR,
+                             ControlTraits{}.misc_status | OLEMISC_NOUIACTIVATE),
   };
   return kClasses;
 }
