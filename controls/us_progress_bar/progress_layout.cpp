@@ -89,18 +89,6 @@ Runner runner_at(int length, uint64_t milliseconds) {
   return {std::clamp(end - size, 0, length), std::clamp(end, 0, length)};
 }
 
-std::wstring time_text(int64_t seconds) {
-  if (seconds < 0) return L"--:--";
-  const auto two = [](int64_t number) {
-    const std::wstring digits = decimal_text(number);
-    return digits.size() < 2 ? L"0" + digits : digits;
-  };
-  const int64_t minutes = seconds / 60, hours = minutes / 60;
-  const std::wstring end = L":" + two(seconds % 60);
-  if (hours == 0) return decimal_text(minutes) + end;
-  return decimal_text(hours) + L":" + two(minutes % 60) + end;
-}
-
 std::wstring fill_caption(std::wstring_view pattern, const ProgressTexts& texts) {
   std::wstring out;
   for (size_t i = 0; i < pattern.size(); ++i) {

@@ -59,9 +59,6 @@ struct Runner {
 };
 Runner runner_at(int length, uint64_t milliseconds);
 
-/// Hours, minutes and seconds: "1:02:03", "2:03"; "--:--" for less than 0.
-std::wstring time_text(int64_t seconds);
-
 struct ProgressTexts {
   std::wstring percent, value, max, time;
 };

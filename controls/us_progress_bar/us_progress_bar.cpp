@@ -33,12 +33,14 @@ void USProgressBar::properties_read() {
 }
 
 void USProgressBar::shown() {
+  seen_ = true;
   create_tool_tip();
   watch_runner();
   mirror();
 }
 
 void USProgressBar::hidden() {
+  seen_ = false;
   destroy_tool_tip();
   runner_.stop();
 }
@@ -76,8 +78,7 @@ void USProgressBar::state_changed() {
 }
 
 void USProgressBar::watch_runner() {
-  if (!endless() || !user_mode() || window() == nullptr || !IsWindowVisible(window()))
-    return runner_.stop();
+  if (!endless() || !user_mode() || !seen_) return runner_.stop();
   if (runner_.running()) return;
   runner_began_ = GetTickCount64();
   runner_.start(kRunnerStep, [this] { redraw(); });
@@ -118,6 +119,13 @@ void USProgressBar::set_value(double value) {
 double USProgressBar::percent() const {
   const int places = used_decimals(Decimals.get());
   return static_cast<double>(range().percent(Value.get(), places)) / std::pow(10.0, places);
+}
+
+void USProgressBar::increment(const VARIANT& step) {
+  Variant number(1.0);
+  const bool given = V_VT(&step) != VT_ERROR;
+  if (given && FAILED(VariantChangeType(&number, const_cast<VARIANT*>(&step), 0, VT_R8))) return;
+  set_value(Value.get() + V_R8(&number));
 }
 
 void USProgressBar::reset() {

@@ -41,7 +41,7 @@ class USProgressBar final : public USProgressBarGlue<USProgressBar, ThemedDispla
   void set_value(double value);
   double percent() const;
   long seconds_left() const { return static_cast<long>(clock_.seconds_left()); }
-  void increment(double step) { set_value(Value.get() + step); }
+  void increment(const VARIANT& step);
   void reset();
   void draw_progress_bar();
 
@@ -97,6 +97,7 @@ class USProgressBar final : public USProgressBarGlue<USProgressBar, ThemedDispla
 
   ProgressClock clock_;
   PrivateTimer runner_;
+  bool seen_ = false;
   ULONGLONG runner_began_ = 0;
   Look drawn_;
   std::wstring drawn_text_;

@@ -1,4 +1,5 @@
 // From a value to pixels and text.
+#include "base/clock_text.h"
 #include "base/decimal.h"
 #include "controls/us_progress_bar/us_progress_bar.h"
 #include "frame/kit/gradient.h"
@@ -73,7 +74,7 @@ std::wstring USProgressBar::text() const {
       if (caption_marks_.empty()) return Caption.get();
       return fill_caption(Caption.get(), {percent(), number_text(Value.get(), places),
                                           number_text(Max.get(), places),
-                                          time_text(clock_.seconds_left())});
+                                          duration_text(clock_.seconds_left())});
     default:
       return {};
   }

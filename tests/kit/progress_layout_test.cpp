@@ -37,15 +37,11 @@ TEST(ProgressRange, BearsRangesThatAreNone) {
   EXPECT_EQ((ProgressRange{-kInfinity, kInfinity}.percent(NAN, 2)), 0);
 }
 
-TEST(ProgressTexts, WriteDecimalsAndTimes) {
+TEST(ProgressTexts, WriteDecimalsAndCaptions) {
   EXPECT_EQ(percent_text(5, 2), L"0,05");
   EXPECT_EQ(percent_text(0, 3), L"0,000");
   EXPECT_EQ(percent_text(10000, 2), L"100,00");
   EXPECT_EQ(percent_text(42, -3), L"42");
-  EXPECT_EQ(time_text(-1), L"--:--");
-  EXPECT_EQ(time_text(59), L"0:59");
-  EXPECT_EQ(time_text(3600), L"1:00:00");
-  EXPECT_EQ(time_text(86399), L"23:59:59");
   const ProgressTexts texts{L"5%", L"1", L"20", L"0:09"};
   EXPECT_EQ(fill_caption(L"{v} de {m} ({p}), {t}", texts), L"1 de 20 (5%), 0:09");
   EXPECT_EQ(fill_caption(L"{{p}} {x} {p", texts), L"{5%} {x} {p");
