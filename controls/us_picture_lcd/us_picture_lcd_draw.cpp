@@ -63,7 +63,7 @@ int USPictureLCD::title_height() {
 PixelRect USPictureLCD::value_area() {
   const int edge = scale().line() + scale()(kPadding);
   const int title = title_height();
-  const int top = edge + (title > 0 ? title + scale()(2) : 0);
+  const int top = edge + (title > 0 ? title + scale()(4) : 0);
   return {edge, top, width() - edge, height() - edge};
 }
 
@@ -134,6 +134,7 @@ void USPictureLCD::draw_in_font(const Colors& now) {
   const SIZE trial = measure(high);
   int size = MulDiv(high, high, std::max(1, static_cast<int>(trial.cy)));
   if (trial.cx > wide) size = std::min(size, MulDiv(high, wide, static_cast<int>(trial.cx)));
+  while (size > 1 && measure(size).cx > wide) --size;  // letters are not drawn to scale
   const FontOfHeight font(Font.handle(), size);
   const SelectedFont selected(dc, font.get());
   SetTextColor(dc, now.value);

@@ -90,9 +90,10 @@ class USProgressBar final : public USProgressBarGlue<USProgressBar, ThemedDispla
   COLORREF state_color() const;
   std::wstring text() const;
   void draw_fill(const PixelRect& part, COLORREF color);
-  PixelRect draw_runner(COLORREF color);
-  PixelRect draw_filled(COLORREF color);
-  void draw_text(const PixelRect& filled, const Colors& colors);
+  /// These answer the parts they have filled.
+  std::vector<PixelRect> draw_runner(COLORREF color);
+  std::vector<PixelRect> draw_filled(COLORREF color);
+  void draw_text(const std::vector<PixelRect>& filled, const Colors& colors);
   bool text_tells(ENUM_PROGRESS_TEXT mode, wchar_t mark) const;
 
   ProgressClock clock_;

@@ -3,6 +3,7 @@
 #include "base/decimal.h"
 #include "controls/us_progress_bar/us_progress_bar.h"
 #include "frame/kit/gradient.h"
+#include "frame/region.h"
 #include "frame/screen.h"
 #include "frame/selected_font.h"
 #include "frame/text.h"
@@ -119,56 +120,52 @@ void USProgressBar::draw_fill(const PixelRect& part, COLORREF color) {
   if (!half.empty()) fill_system_gradient(view, half, light, color, direction);
 }
 
-PixelRect USProgressBar::draw_runner(COLORREF color) {
+std::vector<PixelRect> USProgressBar::draw_runner(COLORREF color) {
   const int length = bar_length();
   const ULONGLONG way = runner_.running() ? GetTickCount64() - runner_began_ : 1000;
   const Runner at = runner_at(length, way);
   const PixelRect part = bar_part(bar(), at.from, at.to, upright());
-  if (!part.empty()) draw_fill(part, color);
-  return part;
+  if (part.empty()) return {};
+  draw_fill(part, color);
+  return {part};
 }
 
-PixelRect USProgressBar::draw_filled(COLORREF color) {
-  const int filled =
-      State.get() == TASKBAR_NOPROGRESS ? 0 : filled_length(bar_length(), range().fraction(Value.get()));
-  if (filled < 1) return {};
-  if (Style.get() != Progress_Blocks) {
-    const PixelRect part = bar_part(bar(), 0, filled, upright());
-    draw_fill(part, color);
-    return part;
-  }
+std::vector<PixelRect> USProgressBar::draw_filled(COLORREF color) {
+  const bool empty = State.get() == TASKBAR_NOPROGRESS;
+  const int filled = empty ? 0 : filled_length(bar_length(), range().fraction(Value.get()));
   const PixelRect all = bar();
-  const int thick = upright() ? all.right - all.left : all.bottom - all.top;
-  const std::vector<PixelRect> blocks =
-      bar_blocks(all, filled, {std::max(2, thick * 2 / 3), scale()(2)}, upright());
-  for (const PixelRect& block : blocks) draw_fill(block, color);
-  const int end = upright() ? all.bottom - blocks.back().top : blocks.back().right - all.left;
-  return bar_part(all, 0, end, upright());
+  std::vector<PixelRect> parts;
+  if (Style.get() == Progress_Blocks) {
+    const int thick = upright() ? all.right - all.left : all.bottom - all.top;
+    parts = bar_blocks(all, filled, {std::max(2, thick * 2 / 3), scale()(2)}, upright());
+  } else if (filled > 0) {
+    parts = {bar_part(all, 0, filled, upright())};
+  }
+  for (const PixelRect& part : parts) draw_fill(part, color);
+  return parts;
 }
 
 // Each pixel of the text has the colour of the part of the bar it lies on.
-void USProgressBar::draw_text(const PixelRect& filled, const Colors& now) {
+void USProgressBar::draw_text(const std::vector<PixelRect>& filled, const Colors& now) {
   if (drawn_text_.empty()) return;
   const HDC dc = surface().dc();
   const SelectedFont font(dc, Font.handle());
-  RECT place = as_rect(bar());
+  const RECT place = as_rect(bar());
   constexpr UINT kFlags = DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX;
   const UINT flags = kFlags | (right_to_left() ? DT_RTLREADING : 0u);
-  const auto draw_clipped = [&](COLORREF color, bool inside) {
+  const HRGN region = region_from_rects(filled);
+  const auto draw_clipped = [&](COLORREF color, int mode) {
     const int saved = SaveDC(dc);
     IntersectClipRect(dc, place.left, place.top, place.right, place.bottom);
-    if (inside) {
-      IntersectClipRect(dc, filled.left, filled.top, filled.right, filled.bottom);
-    } else if (!filled.empty()) {
-      ExcludeClipRect(dc, filled.left, filled.top, filled.right, filled.bottom);
-    }
+    ExtSelectClipRgn(dc, region, mode);
     SetTextColor(dc, color);
     RECT area = place;
     DrawTextUnicode(dc, drawn_text_, -1, &area, flags);
     RestoreDC(dc, saved);
   };
-  draw_clipped(now.text, false);
-  if (!filled.empty()) draw_clipped(now.text_on_fill, true);
+  draw_clipped(now.text, RGN_DIFF);
+  if (!filled.empty()) draw_clipped(now.text_on_fill, RGN_AND);
+  DeleteObject(region);
 }
 
 void USProgressBar::draw() {
@@ -178,8 +175,7 @@ void USProgressBar::draw() {
   const Colors now = colors();
   fill_rect(view, view.bounds(), now.border);
   fill_rect(view, bar(), now.back);
-  const PixelRect filled = endless() ? draw_runner(now.fill) : draw_filled(now.fill);
-  draw_text(filled, now);
+  draw_text(endless() ? draw_runner(now.fill) : draw_filled(now.fill), now);
 }
 
 }  // namespace kestrelon
