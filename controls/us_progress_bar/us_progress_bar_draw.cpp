@@ -142,6 +142,7 @@ std::vector<PixelRect> USProgressBar::draw_filled(COLORREF color) {
     parts = {bar_part(all, 0, filled, upright())};
   }
   for (const PixelRect& part : parts) draw_fill(part, color);
+  if (upright()) std::ranges::reverse(parts);  // from the top down, as regions are made
   return parts;
 }
 
