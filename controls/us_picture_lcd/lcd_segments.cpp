@@ -28,32 +28,32 @@ constexpr uint16_t kDigits[10] = {
 };
 
 constexpr uint16_t kLetters[26] = {
-    kTop | kSides | kMiddle,                                     // A
-    kTop | kRight | kStem | kMiddleRight | kBottom,              // B
-    kTop | kLeft | kBottom,                                      // C
-    kTop | kRight | kStem | kBottom,                             // D
-    kTop | kLeft | kMiddle | kBottom,                            // E
-    kTop | kLeft | kMiddleLeft,                                  // F
-    kTop | kLeft | kMiddleRight | kLowerRight | kBottom,         // G
-    kSides | kMiddle,                                            // H
-    kTop | kStem | kBottom,                                      // I
-    kRight | kBottom | kLowerLeft,                               // J
-    kLeft | kMiddleLeft | kSlopeUpperRight | kSlopeLowerRight,   // K
-    kLeft | kBottom,                                             // L
-    kSides | kSlopeUpperLeft | kSlopeUpperRight,                 // M
-    kSides | kFalling,                                           // N
-    kTop | kSides | kBottom,                                     // O
-    kTop | kLeft | kUpperRight | kMiddle,                        // P
-    kTop | kSides | kBottom | kSlopeLowerRight,                  // Q
-    kTop | kLeft | kUpperRight | kMiddle | kSlopeLowerRight,     // R
-    kTop | kUpperLeft | kMiddle | kLowerRight | kBottom,         // S
-    kTop | kStem,                                                // T
-    kSides | kBottom,                                            // U
-    kLeft | kRising,                                             // V
-    kSides | kSlopeLowerLeft | kSlopeLowerRight,                 // W
-    kFalling | kRising,                                          // X
-    kSlopeUpperLeft | kSlopeUpperRight | kStemLower,             // Y
-    kTop | kRising | kBottom,                                    // Z
+    kTop | kSides | kMiddle,                                    // A
+    kTop | kRight | kStem | kMiddleRight | kBottom,             // B
+    kTop | kLeft | kBottom,                                     // C
+    kTop | kRight | kStem | kBottom,                            // D
+    kTop | kLeft | kMiddle | kBottom,                           // E
+    kTop | kLeft | kMiddleLeft,                                 // F
+    kTop | kLeft | kMiddleRight | kLowerRight | kBottom,        // G
+    kSides | kMiddle,                                           // H
+    kTop | kStem | kBottom,                                     // I
+    kRight | kBottom | kLowerLeft,                              // J
+    kLeft | kMiddleLeft | kSlopeUpperRight | kSlopeLowerRight,  // K
+    kLeft | kBottom,                                            // L
+    kSides | kSlopeUpperLeft | kSlopeUpperRight,                // M
+    kSides | kFalling,                                          // N
+    kTop | kSides | kBottom,                                    // O
+    kTop | kLeft | kUpperRight | kMiddle,                       // P
+    kTop | kSides | kBottom | kSlopeLowerRight,                 // Q
+    kTop | kLeft | kUpperRight | kMiddle | kSlopeLowerRight,    // R
+    kTop | kUpperLeft | kMiddle | kLowerRight | kBottom,        // S
+    kTop | kStem,                                               // T
+    kSides | kBottom,                                           // U
+    kLeft | kRising,                                            // V
+    kSides | kSlopeLowerLeft | kSlopeLowerRight,                // W
+    kFalling | kRising,                                         // X
+    kSlopeUpperLeft | kSlopeUpperRight | kStemLower,            // Y
+    kTop | kRising | kBottom,                                   // Z
 };
 
 struct Sign {
@@ -92,8 +92,7 @@ struct Bars {
 Bars bars_of(wchar_t c) {
   if (c >= L'0' && c <= L'9') return {kDigits[c - L'0'], false};
   for (const Sign& sign : kSigns)
-    if (sign.character == c)
-      return {sign.bars, (sign.bars & ~kSevenBars) != 0};
+    if (sign.character == c) return {sign.bars, (sign.bars & ~kSevenBars) != 0};
   const wchar_t letter = folded_letter(c);
   if (letter >= L'a' && letter <= L'z') return {kLetters[letter - L'a'], true};
   return {};
@@ -115,21 +114,29 @@ class Pen {
     LcdShape& fresh = out_.emplace_back();
     fresh.reserve(points.size());
     for (const LcdPoint& point : points)
-      fresh.push_back({x_ + point.x + (layout_.height / 2 - point.y) * kSlant,
-                       layout_.top + point.y});
+      fresh.push_back(
+          {x_ + point.x + (layout_.height / 2 - point.y) * kSlant, layout_.top + point.y});
   }
   // Bars with pointed ends; ends that have passed each other make none.
   void level(float from, float to, float y) {
     const float half = layout_.thickness() / 2;
     if (to - from < 2 * half) return;
-    shape({{from, y}, {from + half, y - half}, {to - half, y - half}, {to, y},
-           {to - half, y + half}, {from + half, y + half}});
+    shape({{from, y},
+           {from + half, y - half},
+           {to - half, y - half},
+           {to, y},
+           {to - half, y + half},
+           {from + half, y + half}});
   }
   void upright(float x, float from, float to) {
     const float half = layout_.thickness() / 2;
     if (to - from < 2 * half) return;
-    shape({{x, from}, {x + half, from + half}, {x + half, to - half}, {x, to},
-           {x - half, to - half}, {x - half, from + half}});
+    shape({{x, from},
+           {x + half, from + half},
+           {x + half, to - half},
+           {x, to},
+           {x - half, to - half},
+           {x - half, from + half}});
   }
   void slope(LcdPoint from, LcdPoint to) {
     const float thick = layout_.thickness() * (to.y > from.y ? 1.3f : -1.3f);
@@ -222,7 +229,8 @@ void append_marks(std::vector<LcdShape>& out, const LcdCell& cell, const LcdLayo
   const float t = layout.thickness(), h = layout.height;
   const float x = layout.width + h * 0.11f;
   if (cell.point || cell.comma) pen.dot(x, h - t / 2, t);
-  if (cell.comma) pen.shape({{x - t / 2, h - t / 4}, {x + t / 2, h - t / 4}, {x - t / 2, h + t * 0.7f}});
+  if (cell.comma)
+    pen.shape({{x - t / 2, h - t / 4}, {x + t / 2, h - t / 4}, {x - t / 2, h + t * 0.7f}});
   if (!cell.colon) return;
   pen.dot(x, h * 0.32f, t);
   pen.dot(x, h * 0.68f, t);

@@ -54,9 +54,9 @@ using LcdShape = std::vector<LcdPoint>;  // convex
 
 /// Measures of a row of places, in pixels.
 struct LcdLayout {
-  float left = 0, top = 0;       // of the first place
-  float width = 0, height = 0;   // of a place
-  float advance = 0;             // from one place to the next
+  float left = 0, top = 0;      // of the first place
+  float width = 0, height = 0;  // of a place
+  float advance = 0;            // from one place to the next
   bool operator==(const LcdLayout&) const = default;
 
   float thickness() const { return height * 0.12f; }

@@ -36,7 +36,7 @@ std::wstring date_value_text(double value, const std::wstring& format) {
 // A number as its digits; none for what is no number. Exact for all types but Double.
 std::optional<CellNumber> number_in(const VARIANT& value) {
   if (V_VT(&value) == VT_R8) return number_of(V_R8(&value));
-  constexpr VARTYPE kNumbers[] = {VT_I1, VT_I2, VT_I4,  VT_I8, VT_INT, VT_UI1,    VT_UI2,
+  constexpr VARTYPE kNumbers[] = {VT_I1,  VT_I2,  VT_I4,   VT_I8, VT_INT, VT_UI1,    VT_UI2,
                                   VT_UI4, VT_UI8, VT_UINT, VT_R4, VT_CY,  VT_DECIMAL};
   if (std::ranges::find(kNumbers, V_VT(&value)) == std::end(kNumbers)) return std::nullopt;
   if (V_VT(&value) == VT_R4) return number_of(rounded_to(static_cast<double>(V_R4(&value)), 7));
@@ -141,10 +141,10 @@ void USPictureLCD::mode_changed() {
 void USPictureLCD::start_count() {
   constexpr double kLongest = 315360000;
   Variant number;
-  const bool given = Mode.get() == Lcd_Countdown &&
-                     SUCCEEDED(VariantChangeType(&number, const_cast<VARIANT*>(&Value.get()), 0,
-                                                 VT_R8)) &&
-                     V_R8(&number) > 0;
+  const bool given =
+      Mode.get() == Lcd_Countdown &&
+      SUCCEEDED(VariantChangeType(&number, const_cast<VARIANT*>(&Value.get()), 0, VT_R8)) &&
+      V_R8(&number) > 0;
   seconds_ = given ? static_cast<long>(std::min(V_R8(&number), kLongest)) : 0;
   end_of_count_ = GetTickCount64() + static_cast<ULONGLONG>(seconds_) * 1000;
 }

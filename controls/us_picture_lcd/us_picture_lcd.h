@@ -3,10 +3,10 @@
 #pragma once
 
 #include "controls/us_picture_lcd/lcd_segments.h"
-#include "controls/us_picture_lcd/value_property.h"
 #include "frame/private_timer.h"
 #include "frame/themed_display.h"
 #include "frame/tip_properties.h"
+#include "frame/value_property.h"
 #include "imaging/dib_win.h"
 #include "us_picture_lcd_glue.h"
 
@@ -18,16 +18,15 @@ class USPictureLCD final : public USPictureLCDGlue<USPictureLCD, ThemedDisplay>,
   USPictureLCD();
 
   // In the order of the property bag, after those of the two bases.
-  Property<ENUM_ALIGNMENTS> Alignment{*this, L"Alignment", To_Right_Justify,
-                                      &USPictureLCD::redraw};
+  Property<ENUM_ALIGNMENTS> Alignment{*this, L"Alignment", To_Right_Justify, &USPictureLCD::redraw};
   Property<long> BlinkInterval{*this, L"BlinkInterval", 0, &USPictureLCD::watch_time};
   Property<OLE_COLOR> BorderColor{*this, L"BorderColor", 0xDBC9BA, &USPictureLCD::redraw};
   Property<std::wstring> Caption{*this, L"Caption", L"", &USPictureLCD::caption_changed};
   Property<short> Decimals{*this, L"Decimals", 2, &USPictureLCD::text_changed};
   Property<std::wstring> DigitChars{*this, L"DigitChars", L"0123456789,.:- ",
                                     &USPictureLCD::redraw};
-  Property<std::vector<uint8_t>> DigitPicture{*this, L"DigitPicture", {},
-                                              &USPictureLCD::picture_changed};
+  Property<std::vector<uint8_t>> DigitPicture{
+      *this, L"DigitPicture", {}, &USPictureLCD::picture_changed};
   Property<long> Digits{*this, L"Digits", 0, &USPictureLCD::text_changed};
   Property<ENUM_LCD_STYLE> DigitStyle{*this, L"DigitStyle", Lcd_Segments, &USPictureLCD::redraw};
   Property<OLE_COLOR> ForeColor1{*this, L"ForeColor1", 0x3B3B3B, &USPictureLCD::redraw};
@@ -107,7 +106,7 @@ class USPictureLCD final : public USPictureLCDGlue<USPictureLCD, ThemedDisplay>,
   PrivateTimer clock_, blinker_;
   bool seen_ = false;
   bool blinked_off_ = false;
-  long seconds_ = 0;         // of a countdown, when it was last looked at
+  long seconds_ = 0;  // of a countdown, when it was last looked at
   ULONGLONG end_of_count_ = 0;
 };
 

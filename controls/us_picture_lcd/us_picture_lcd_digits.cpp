@@ -7,9 +7,9 @@
 namespace kestrelon {
 namespace {
 
-constexpr int32_t kLargestCell = 1024;    // pixels of a side
+constexpr int32_t kLargestCell = 1024;        // pixels of a side
 constexpr uint64_t kLargestFile = 64u << 20;  // bytes
-constexpr int64_t kLargestStrip = 32000;  // pixels of all cells side by side
+constexpr int64_t kLargestStrip = 32000;      // pixels of all cells side by side
 
 }  // namespace
 

@@ -47,8 +47,12 @@ USPictureLCD::Colors USPictureLCD::colors() const {
   const COLORREF bottom = TranslateColor(GradientColor2.get());
   const float ghost = static_cast<float>(std::clamp(GhostOpacity.get(), 0L, 100L)) / 100;
   if (!Enabled.get()) return {top, bottom, kDisabledBorder, kDisabledText, kDisabledText, ghost};
-  return {top, bottom, TranslateColor(BorderColor.get()), TranslateColor(ForeColor1.get()),
-          TranslateColor(ForeColor2.get()), ghost};
+  return {top,
+          bottom,
+          TranslateColor(BorderColor.get()),
+          TranslateColor(ForeColor1.get()),
+          TranslateColor(ForeColor2.get()),
+          ghost};
 }
 
 int USPictureLCD::title_height() {

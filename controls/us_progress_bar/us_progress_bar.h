@@ -102,9 +102,9 @@ class USProgressBar final : public USProgressBarGlue<USProgressBar, ThemedDispla
   ULONGLONG runner_began_ = 0;
   Look drawn_;
   std::wstring drawn_text_;
-  long told_percent_ = 0;          // whole, of which screen readers and the task bar know
-  HWND mirrored_in_ = nullptr;     // the window whose task bar button shows the progress
-  std::wstring caption_marks_;     // those of {p}, {v}, {m} and {t} that the caption mentions
+  long told_percent_ = 0;       // whole, of which screen readers and the task bar know
+  HWND mirrored_in_ = nullptr;  // the window whose task bar button shows the progress
+  std::wstring caption_marks_;  // those of {p}, {v}, {m} and {t} that the caption mentions
 };
 
 }  // namespace kestrelon

@@ -41,8 +41,7 @@ int USProgressBar::bar_length() const {
 }
 
 bool USProgressBar::text_tells(ENUM_PROGRESS_TEXT mode, wchar_t mark) const {
-  if (TextMode.get() == Progress_Caption)
-    return caption_marks_.find(mark) != std::wstring::npos;
+  if (TextMode.get() == Progress_Caption) return caption_marks_.find(mark) != std::wstring::npos;
   return TextMode.get() == mode;
 }
 
@@ -73,9 +72,9 @@ std::wstring USProgressBar::text() const {
       return counts ? number_text(Value.get(), places) : std::wstring();
     case Progress_Caption:
       if (caption_marks_.empty()) return Caption.get();
-      return fill_caption(Caption.get(), {percent(), number_text(Value.get(), places),
-                                          number_text(Max.get(), places),
-                                          duration_text(clock_.seconds_left())});
+      return fill_caption(Caption.get(),
+                          {percent(), number_text(Value.get(), places),
+                           number_text(Max.get(), places), duration_text(clock_.seconds_left())});
     default:
       return {};
   }

@@ -49,9 +49,11 @@ void build_us_picture_lcd_page(Page& page) {
              with(L"Total", total, {number(L"DigitStyle", 0), number(L"Alignment", 1)}),
              with(L"Total", Variant(123456.5), {number(L"Digits", 6)})});
   page.section(L"Relógio, contagem regressiva, inativo");
-  row(page, {with(L"Horário de Brasília", Variant(L""), {number(L"Mode", 1), number(L"Alignment", 1)}),
-             with(L"Faltam", Variant(5025L), {number(L"Mode", 2), number(L"Digits", 6), {L"LeadingZeros", Variant(true)}}),
-             with(L"Caixa fechado", total, {{L"Enabled", Variant(false)}, number(L"Digits", 8)})});
+  row(page,
+      {with(L"Horário de Brasília", Variant(L""), {number(L"Mode", 1), number(L"Alignment", 1)}),
+       with(L"Faltam", Variant(5025L),
+            {number(L"Mode", 2), number(L"Digits", 6), {L"LeadingZeros", Variant(true)}}),
+       with(L"Caixa fechado", total, {{L"Enabled", Variant(false)}, number(L"Digits", 8)})});
   page.section(L"Todos os caracteres");
   const Prepare letters = with(L"", Variant(L"ABCDEFGHIJKLMNOPQRSTUVWXYZ"));
   const Prepare signs = with(L"", Variant(L"0123456789 -_=+*/\\$%()<>'\"|?"));

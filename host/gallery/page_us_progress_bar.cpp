@@ -63,9 +63,9 @@ void build_us_progress_bar_page(Page& page) {
                  with(25 + 30 * i, {number(L"Orientation", 1), number(L"Style", i == 1)}));
   int x = look::kMargin + kColumn;
   for (const long style : {0L, 1L}) {
-    page.picture(x, page.y(),
-                 page.snapshot(kProgId, 62, 20, Situation::kAway, with(52, {number(L"Style", style)})),
-                 4);
+    page.picture(
+        x, page.y(),
+        page.snapshot(kProgId, 62, 20, Situation::kAway, with(52, {number(L"Style", style)})), 4);
     x += kColumn;
   }
   page.skip(170);

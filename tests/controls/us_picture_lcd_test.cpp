@@ -210,8 +210,7 @@ TEST_F(PictureLcdTest, DrawsDigitsFromAPictureOfCellsAndSavesItsBytes) {
   put(*site, L"DigitStyle", Variant(2L));
   put(*site, L"DigitChars", Variant(L"0123456789"));
   EXPECT_FALSE(to_bool(call_method(control.get(), L"LoadDigits_FromFile", {Variant(L"")})));
-  EXPECT_TRUE(
-      to_bool(call_method(control.get(), L"LoadDigits_FromFile", {Variant(name.c_str())})));
+  EXPECT_TRUE(to_bool(call_method(control.get(), L"LoadDigits_FromFile", {Variant(name.c_str())})));
   DeleteFileW(name.c_str());
   const auto blue = [](const Picture& picture) {
     return std::count(picture.pixels.begin(), picture.pixels.end(), 0x0000FFu);

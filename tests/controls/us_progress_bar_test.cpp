@@ -243,8 +243,8 @@ TEST_F(ProgressBarTest, MirrorsWholePercentsAndStatesOnTheTaskBarAndClearsIt) {
   value(*site, 6);
   put(*site, L"State", Variant(4L));
   put(*site, L"State", Variant(1L));
-  EXPECT_EQ(task_bar.calls, (std::vector<std::string>{"6/100", "state 2", "6/100", "state 4",
-                                                      "state 1"}));
+  EXPECT_EQ(task_bar.calls,
+            (std::vector<std::string>{"6/100", "state 2", "6/100", "state 4", "state 1"}));
   task_bar.calls.clear();
   form_.remove(*site);
   EXPECT_EQ(task_bar.calls, std::vector<std::string>{"state 0"});

@@ -20,7 +20,9 @@ TEST(LcdText, WritesNumbersAsInBrazil) {
 TEST(LcdText, FillsPlacesAndShowsDashesForTooMany) {
   EXPECT_EQ(lcd_fitted(L"1.234,50", 0, true), L"1.234,50");
   EXPECT_EQ(lcd_fitted(L"1.234,50", 8, false), L"  1.234,50");
-  EXPECT_EQ(lcd_fitted(L"-5,25", 6, true), L"-00" L"5,25");
+  EXPECT_EQ(lcd_fitted(L"-5,25", 6, true),
+            L"-00"
+            L"5,25");
   EXPECT_EQ(lcd_fitted(L"1.234,50", 6, false), L"1.234,50");
   EXPECT_EQ(lcd_fitted(L"1.234,50", 5, true), L"-----");
   EXPECT_EQ(lcd_fitted(L"ABC", 5, true), L"  ABC");
@@ -79,7 +81,9 @@ TEST(LcdLayout, FillsTheHeightOrTheWidthAndKeepsPlacesApart) {
             EXPECT_GE(point.x, static_cast<float>(layout.cell(i).left));
             EXPECT_LE(point.x, static_cast<float>(layout.cell(i).right));
           }
-        if (i > 0) EXPECT_EQ(layout.cell(i - 1).right, layout.cell(i).left);
+        if (i > 0) {
+          EXPECT_EQ(layout.cell(i - 1).right, layout.cell(i).left);
+        }
       }
     }
   EXPECT_EQ(lcd_layout(0, wide, LcdSide::kLeft), LcdLayout{});
