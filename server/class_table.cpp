@@ -21,6 +21,7 @@
 #include "services/ajax/kn_ajax_win.h"
 #include "services/kn/kn_win.h"
 #include "services/kn_tooltip/kn_tooltip_win.h"
+#include "services/msgbox/kn_msgbox_win.h"
 #include "services/mysql/kn_mysql_win.h"
 #include "services/registry/kn_registry_win.h"
 
@@ -89,6 +90,7 @@ std::span<const ServerClass> server_classes() {
       control<USLabel>(L"Kestrelon: texto, título ou link de formulário", IDB_TOOLBOX_USLABEL,
                        ControlTraits{}.misc_status | OLEMISC_ACTSLIKELABEL | OLEMISC_NOUIACTIVATE),
       control<USFlexGrid>(L"Kestrelon: grade de dados", IDB_TOOLBOX_USFLEXGRID),
+      service<KN_MSGBOX>(L"Kestrelon: caixa de mensagem com temas"),
   };
   return kClasses;
 }
