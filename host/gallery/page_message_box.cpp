@@ -73,7 +73,7 @@ void build_message_box_page(Page& page) {
         put_property(box, L"TimeOut", Variant(30L));
       })});
   row(page,
-      {picture_of(1, 1 + 64 + 1048576, L"\u05e9\u05dc\u05d5\u05dd \u05e2\u05d5\u05dc\u05dd")});
+      {picture_of(1, 1 + 64 + 1048576, L"Da direita para a esquerda")});
 }
 
 }  // namespace kestrelon::host

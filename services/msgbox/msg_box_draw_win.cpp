@@ -52,8 +52,9 @@ HFONT MsgBoxWindow::font() const {
 }
 
 void MsgBoxWindow::measure() {
-  const HDC dc = GetDC(window_);
-  if (dc == nullptr) return;
+  // The surface's own measures: a window's may differ by its smoothing of text.
+  if (!surface_ && !surface_.resize(1, 1)) return;
+  const HDC dc = surface_.dc();
   {
     const SelectedFont selected(dc, font());
     TEXTMETRICW metrics{};
@@ -66,7 +67,6 @@ void MsgBoxWindow::measure() {
       GetTextExtentExPointW(dc, request_.text.c_str(), static_cast<int>(length), 0, nullptr,
                             ends_.data(), &size);
   }
-  ReleaseDC(window_, dc);
 }
 
 void MsgBoxWindow::lay_out() {
@@ -87,8 +87,8 @@ void MsgBoxWindow::lay_out() {
   content.text_height = static_cast<int>(lines_.size()) * line_height_;
   for (const TextLine& line : lines_) content.text_width = std::max(content.text_width, line.width);
   content.text_width = std::min(content.text_width, scale_(msg_box::kTextRoom));
-  const HDC dc = GetDC(window_);
   {
+    const HDC dc = surface_.dc();
     const SelectedFont selected(dc, font());
     content.title_width = text_width(dc, request_.title);
     const size_t chosen = request_.rules.chosen;
@@ -106,7 +106,6 @@ void MsgBoxWindow::lay_out() {
       content.check_width =
           text_width(dc, without_access_marks(request_.check_caption)) + scale_(24);
   }
-  ReleaseDC(window_, dc);
   places_ = msg_box::arrange(content, scale_);
 }
 
@@ -197,7 +196,7 @@ void MsgBoxWindow::draw_strip() {
                        GradientDirection::TopToBottom);
   const HDC dc = surface_.dc();
   {
-    const SelectedFont selected(dc, font(), false, true);
+    const SelectedFont selected(dc, font());
     SetTextColor(dc, look.title);
     RECT place = to_rect(places_.title);
     UINT flags = DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX;
@@ -223,42 +222,45 @@ RECT MsgBoxWindow::link_rect(const msg_box::Link& link, const TextLine& line, in
   return {left, top, left + part_width(ends_, start, end - start), top + line_height_};
 }
 
-void MsgBoxWindow::draw_text(const PixelRect& view) {
+// Each stretch of a line at its measured place, so that an address lies where it is pressed.
+void MsgBoxWindow::draw_line(const TextLine& line, int top) {
   const HDC dc = surface_.dc();
   const Look look = look_of(request_.theme);
   const bool right = request_.rules.right_to_left != request_.rules.align_right;
-  const UINT flags = DT_SINGLELINE | DT_NOPREFIX | DT_EXPANDTABS | (right ? DT_RIGHT : DT_LEFT) |
+  const UINT flags = DT_SINGLELINE | DT_NOPREFIX | DT_NOCLIP | (right ? DT_RIGHT : DT_LEFT) |
                      (request_.rules.right_to_left ? DT_RTLREADING : 0u);
-  const int saved = SaveDC(dc);
-  IntersectClipRect(dc, view.left, view.top, view.right, view.bottom);
+  const auto stretch = [&](size_t start, size_t end, bool link) {
+    if (start >= end) return;
+    const SelectedFont selected(dc, font(), link);
+    SetTextColor(dc, link ? look.link : look.ink);
+    const int left =
+        places_.text.left + (right ? 0 : part_width(ends_, line.start, start - line.start));
+    RECT place{left, top, places_.text.right, top + line_height_};
+    DrawTextUnicode(dc, std::wstring_view(request_.text).substr(start, end - start), -1, &place,
+                    flags);
+  };
+  const size_t line_end = line.start + line.length;
+  size_t done = line.start;
+  for (const msg_box::Link& link : links_) {
+    const RECT place = link_rect(link, line, top);
+    if (IsRectEmpty(&place)) continue;
+    const size_t start = std::max(link.start, line.start);
+    stretch(done, start, false);
+    done = std::min(link.start + link.length, line_end);
+    stretch(start, done, true);
+  }
+  stretch(done, line_end, false);
+}
+
+void MsgBoxWindow::draw_text(const PixelRect& view) {
+  const int saved = SaveDC(surface_.dc());
+  IntersectClipRect(surface_.dc(), view.left, view.top, view.right, view.bottom);
   int top = view.top - scroll_;
   for (const TextLine& line : lines_) {
-    const int next = top + line_height_;
-    if (next > view.top && top < view.bottom) {
-      {
-        const SelectedFont selected(dc, font());
-        SetTextColor(dc, look.ink);
-        RECT place{view.left, top, view.right, next};
-        DrawTextUnicode(dc, std::wstring_view(request_.text).substr(line.start, line.length), -1,
-                        &place, flags);
-      }
-      for (const msg_box::Link& link : links_) {
-        RECT place = link_rect(link, line, top);
-        if (IsRectEmpty(&place)) continue;
-        const SelectedFont selected(dc, font(), true);
-        const HBRUSH paper = CreateSolidBrush(look.paper);
-        FillRect(dc, &place, paper);
-        DeleteObject(paper);
-        SetTextColor(dc, look.link);
-        const size_t start = std::max(link.start, line.start);
-        const size_t end = std::min(link.start + link.length, line.start + line.length);
-        DrawTextUnicode(dc, std::wstring_view(request_.text).substr(start, end - start), -1, &place,
-                        flags);
-      }
-    }
-    top = next;
+    if (top + line_height_ > view.top && top < view.bottom) draw_line(line, top);
+    top += line_height_;
   }
-  RestoreDC(dc, saved);
+  RestoreDC(surface_.dc(), saved);
 }
 
 int MsgBoxWindow::link_at(POINT point) const {

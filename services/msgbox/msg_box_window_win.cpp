@@ -14,7 +14,7 @@ namespace kestrelon {
 namespace {
 
 constexpr wchar_t kWindowClass[] = L"FormMsgBox";
-constexpr wchar_t kOpenDetails[] = L"&Detalhes \u25be", kCloseDetails[] = L"&Detalhes \u25b4";
+constexpr wchar_t kOpenDetails[] = L"&Detalhes >>", kCloseDetails[] = L"&Detalhes <<";
 constexpr UINT_PTR kSecondTimer = 1;
 constexpr UINT kTimerStep = 200;  // milliseconds; seconds are counted by the clock
 

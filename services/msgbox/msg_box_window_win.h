@@ -82,6 +82,7 @@ class MsgBoxWindow final : private AccessibleView, private AccessibleHost {
   void draw();
   void draw_strip();
   void draw_text(const PixelRect& view);
+  void draw_line(const TextLine& line, int top);
   void paint();
   void scroll_to(int top);
   void scroll_by_bar(int code);
