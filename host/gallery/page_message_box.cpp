@@ -72,8 +72,7 @@ void build_message_box_page(Page& page) {
         put_property(box, L"Details", Variant(L"3 itens, 1 desconto"));
         put_property(box, L"TimeOut", Variant(30L));
       })});
-  row(page,
-      {picture_of(1, 1 + 64 + 1048576, L"Da direita para a esquerda")});
+  row(page, {picture_of(1, 1 + 64 + 1048576, L"Da direita para a esquerda")});
 }
 
 }  // namespace kestrelon::host
