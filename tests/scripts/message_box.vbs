@@ -20,10 +20,10 @@ box.ButtonCaption(-1) = "nada"
 box.CloseBox 2
 box.Sound = False
 box.TimeOut = 1
-Dim buttons
+Dim buttons, answers
+answers = Array(1, 1, 3, 6, 6, 4, 2)
 For buttons = 0 To 6
-  Expect "time-out " & buttons, box.Show("Excluir o cliente?", buttons + 32, "Clientes"), _
-    Array(1, 1, 3, 6, 6, 4, 2)(buttons)
+  Expect "time-out " & buttons, box.Show("Excluir o cliente?", buttons + 32, "Clientes"), answers(buttons)
   Expect "TimedOut", box.TimedOut, True
 Next
 Expect "second button", box.Show("Excluir o cliente?", 4 + 16 + 256), 7
