@@ -23,6 +23,7 @@
 #include "services/ajax/kn_ajax_win.h"
 #include "services/kn/kn_win.h"
 #include "services/kn_tooltip/kn_tooltip_win.h"
+#include "services/msgbox/kn_msgbox_win.h"
 #include "services/mysql/kn_mysql_win.h"
 #include "services/registry/kn_registry_win.h"
 
@@ -97,6 +98,7 @@ std::span<const ServerClass> server_classes() {
       control<USPictureLCD>(L"Kestrelon: painel com dígitos grandes, relógio e contagem regressiva",
                             IDB_TOOLBOX_USPICTURELCD,
                             ControlTraits{}.misc_status | OLEMISC_NOUIACTIVATE),
+      service<KN_MSGBOX>(L"Kestrelon: caixa de mensagem com temas"),
   };
   return kClasses;
 }
