@@ -1,6 +1,7 @@
 #include "server/class_table.h"
 
 #include "base/resource_ids.h"
+#include "chrome/us_status_bar/us_status_bar.h"
 #include "chrome/us_tool_bar/us_tool_bar.h"
 #include "controls/us_alpha_image/us_alpha_image.h"
 #include "controls/us_animated_image/us_animated_image.h"
@@ -89,6 +90,9 @@ std::span<const ServerClass> server_classes() {
       control<USLabel>(L"Kestrelon: texto, título ou link de formulário", IDB_TOOLBOX_USLABEL,
                        ControlTraits{}.misc_status | OLEMISC_ACTSLIKELABEL | OLEMISC_NOUIACTIVATE),
       control<USFlexGrid>(L"Kestrelon: grade de dados", IDB_TOOLBOX_USFLEXGRID),
+      control<USStatusBar>(L"Kestrelon: barra de status com painéis, relógio e teclas",
+                           IDB_TOOLBOX_USSTATUSBAR,
+                           ControlTraits{}.misc_status | OLEMISC_NOUIACTIVATE),
   };
   return kClasses;
 }

@@ -130,6 +130,18 @@ def us_flex_grid(canvas):
     canvas.frame(1, 1, 15, 14, BORDER)
 
 
+
+def us_status_bar(canvas):
+    canvas.rectangle(0, 5, 16, 13, vertical((0xFD, 0xFE, 0xFF), (0xC4, 0xDA, 0xF0), 5, 13))
+    canvas.frame(0, 5, 16, 13, BORDER)
+    canvas.rectangle(2, 9, 6, 10, (0x3A, 0x3A, 0x3A))
+    canvas.rectangle(7, 6, 8, 12, (0x9C, 0xB8, 0xD8))
+    canvas.rectangle(9, 8, 11, 11, MARK)
+    for step in range(3):  # the grip
+        for column in range(step + 1):
+            canvas.rectangle(14 - column, 9 + step, 15 - column, 10 + step, BORDER)
+
+
 ICONS = {name: draw for name, draw in list(globals().items()) if name.startswith("us_")}
 
 if __name__ == "__main__":
