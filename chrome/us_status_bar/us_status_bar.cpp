@@ -78,6 +78,8 @@ void USStatusBar::about_to_show() {
   if (!draws() || !surface()) return;
   if (layout_stale_ && lay_out()) mark_stale();
   DisplayControl::about_to_show();
+  // The form may have been hidden until now.
+  if (!clock_.running() && !lock_poll_.running()) watch();
   if (stale_.none()) return;
   for (size_t i = 0; i < stale_.size(); ++i)
     if (stale_[i]) paint_panel(static_cast<long>(i) + 1);

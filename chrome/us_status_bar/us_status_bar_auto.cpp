@@ -132,6 +132,7 @@ void USStatusBar::set_lock_poll() {
   if (lock_poll_.running()) return;
   lock_poll_.start(kLockPoll, [this] {
     const ComPtr<IUnknown> alive(own_unknown());
+    if (!IsWindowVisible(window())) return stop_watching();
     read_locks();
   });
 }

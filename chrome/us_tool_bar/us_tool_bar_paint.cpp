@@ -1,11 +1,9 @@
 // State to pixels. A part is drawn by itself, over the body behind it.
 #include "chrome/band.h"
+#include "chrome/strip_picture.h"
 #include "chrome/us_tool_bar/us_tool_bar.h"
-#include "controls/us_button/us_button_face.h"
-#include "frame/kit/blit.h"
 #include "frame/kit/gradient.h"
 #include "frame/kit/lines.h"
-#include "frame/mem_dc.h"
 #include "frame/screen.h"
 #include "frame/text.h"
 #include "frame/translate_color.h"
@@ -15,8 +13,6 @@ namespace kestrelon {
 using tool_bar::Look;
 
 namespace {
-
-constexpr double kDimOpacity = 0.4;
 
 void draw_triangle(const PixelView& view, int x, int y, int size, ColorRef color) {
   for (int row = 0; row < size; ++row)
@@ -172,35 +168,8 @@ void USToolBar::paint_button(int index) {
 }
 
 void USToolBar::paint_icon(const ToolButton& button, const PixelRect& place, bool dim) {
-  const auto picture = button.icon.as<IPicture>();
-  const PixelView view = surface().pixels();
-  const PixelRect seen = intersect(place, view.bounds());
-  if (!picture || seen.empty()) return;
-  const int edge = place.right - place.left;
-  DibSection drawn;
-  if (!drawn.create(edge, edge)) return;
-  short type = PICTYPE_NONE;
-  picture->get_Type(&type);
-  PictureMix mix;
-  mix.has_key = button.use_mask_color && type == PICTYPE_BITMAP;
-  mix.key = TranslateColor(button.mask_color);
-  mix.opacity = dim ? kDimOpacity : 1;
-  if (type == PICTYPE_ICON) {
-    OLE_HANDLE icon = 0;
-    picture->get_Handle(&icon);
-    blit(drawn.pixels(), {0, 0, edge, edge, place.left, place.top}, view);
-    DrawIconEx(drawn.dc(), 0, 0, reinterpret_cast<HICON>(static_cast<LONG_PTR>(icon)), edge, edge,
-               0, nullptr, DI_NORMAL);
-  } else {
-    pcMemDC source;
-    if (!source.CreateFromPicture(picture.get())) return;
-    stretch_blit(drawn.pixels(), {0, 0, edge, edge}, source.pixels(),
-                 {0, 0, source.Width(), source.Height()});
-  }
-  const PixelView whole = drawn.pixels();
-  const PixelView part{whole.row(seen.top - place.top) + (seen.left - place.left),
-                       seen.right - seen.left, seen.bottom - seen.top, whole.stride};
-  mix_picture(view, seen.left, seen.top, part, mix);
+  paint_picture(surface(),
+                {button.icon.get(), place, button.use_mask_color, button.mask_color, dim});
 }
 
 }  // namespace kestrelon

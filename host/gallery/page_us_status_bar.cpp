@@ -65,7 +65,7 @@ void states(Page& page) {
 
 void close_up(Page& page) {
   for (long theme = 0; theme < 3; ++theme) {
-    const Picture shot = page.snapshot(kProgId, 190, 24, Situation::kNormal, [=](IDispatch* bar) {
+    const Picture shot = page.snapshot(kProgId, 190, 24, Situation::kAway, [=](IDispatch* bar) {
       put_property(bar, L"Theme", Variant(theme));
       add(bar, {0, L"Pronto", 0, 1});
       add(bar, {8, L"", 70});
