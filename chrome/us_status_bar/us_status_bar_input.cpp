@@ -133,7 +133,8 @@ void USStatusBar::click() {
 }
 
 void USStatusBar::double_click() {
-  if (left_pressed() && live(pressed_)) raise_for_panel(pressed_, true);
+  const int part = part_under_pointer();
+  if (left_pressed() && live(part)) raise_for_panel(part, true);
   DisplayControl::double_click();
 }
 
