@@ -21,6 +21,7 @@
 #define IDB_TOOLBOX_USFLEXGRID 1050
 #define IDB_TOOLBOX_USMENU 1066
 #define IDB_TOOLBOX_USSYSTRAY 1067
+#define IDB_TOOLBOX_USSTATUSBAR 1065
 
 #define IDB_CHECK_MARKS 101
 // PNG files under a resource type of their own, "OPTIONBUTTON".

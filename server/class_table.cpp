@@ -1,6 +1,7 @@
 #include "server/class_table.h"
 
 #include "base/resource_ids.h"
+#include "chrome/us_status_bar/us_status_bar.h"
 #include "chrome/us_tool_bar/us_tool_bar.h"
 #include "controls/us_alpha_image/us_alpha_image.h"
 #include "controls/us_animated_image/us_animated_image.h"
@@ -99,6 +100,9 @@ std::span<const ServerClass> server_classes() {
                             IDB_TOOLBOX_USPICTURELCD,
                             ControlTraits{}.misc_status | OLEMISC_NOUIACTIVATE),
       service<KN_MSGBOX>(L"Kestrelon: caixa de mensagem com temas"),
+      control<USStatusBar>(L"Kestrelon: barra de status com painéis, relógio e teclas",
+                           IDB_TOOLBOX_USSTATUSBAR,
+                           ControlTraits{}.misc_status | OLEMISC_NOUIACTIVATE),
   };
   return kClasses;
 }

@@ -25,6 +25,7 @@ const std::vector<PageEntry>& pages() {
       {L"USImageList", L"Imagens", build_image_list_page},
       {L"USToolBar", L"Janelas", build_us_tool_bar_page},
       {L"KN_MSGBOX", L"Janelas", build_message_box_page},
+      {L"USStatusBar", L"Janelas", build_us_status_bar_page},
   };
   return list;
 }

@@ -163,6 +163,16 @@ def us_text_box_ex(canvas):
     canvas.rectangle(12, 1, 14, 14, vertical((0xF4, 0xF9, 0xFE), (0xB9, 0xD3, 0xEE), 1, 14))
     canvas.rectangle(12, 3, 14, 7, (0x5C, 0x94, 0xCC))
 
+def us_status_bar(canvas):
+    canvas.rectangle(0, 5, 16, 13, vertical((0xFD, 0xFE, 0xFF), (0xC4, 0xDA, 0xF0), 5, 13))
+    canvas.frame(0, 5, 16, 13, BORDER)
+    canvas.rectangle(2, 9, 6, 10, (0x3A, 0x3A, 0x3A))
+    canvas.rectangle(7, 6, 8, 12, (0x9C, 0xB8, 0xD8))
+    canvas.rectangle(9, 8, 11, 11, MARK)
+    for step in range(3):  # the grip
+        for column in range(step + 1):
+            canvas.rectangle(14 - column, 9 + step, 15 - column, 10 + step, BORDER)
+
 
 ICONS = {name: draw for name, draw in list(globals().items()) if name.startswith("us_")}
 
