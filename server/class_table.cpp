@@ -7,6 +7,7 @@
 #include "controls/us_button/us_button.h"
 #include "controls/us_calendar/us_calendar.h"
 #include "controls/us_check_box/us_check_box.h"
+#include "controls/us_combo_box/us_combo_box.h"
 #include "controls/us_flex_grid/us_flex_grid.h"
 #include "controls/us_image_list/us_image_list.h"
 #include "controls/us_label/us_label.h"
@@ -89,6 +90,8 @@ std::span<const ServerClass> server_classes() {
       control<USLabel>(L"Kestrelon: texto, título ou link de formulário", IDB_TOOLBOX_USLABEL,
                        ControlTraits{}.misc_status | OLEMISC_ACTSLIKELABEL | OLEMISC_NOUIACTIVATE),
       control<USFlexGrid>(L"Kestrelon: grade de dados", IDB_TOOLBOX_USFLEXGRID),
+      control<USComboBox>(L"Kestrelon: campo com lista, que completa o que se digita",
+                          IDB_TOOLBOX_USCOMBOBOX),
   };
   return kClasses;
 }
