@@ -72,7 +72,10 @@ void USComboBox::ambient_changed(DISPID id) {
 }
 
 void USComboBox::style_changed() {
-  const bool focused = edit_.has_focus();
+  const bool focused = focus_within() && window() != nullptr;
+  restyling_ = true;
+  if (focused) SetFocus(window());
+  restyling_ = false;
   edit_.destroy();
   if (window() != nullptr && runs() && editable()) {
     DWORD style = ES_AUTOHSCROLL;

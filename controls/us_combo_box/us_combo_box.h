@@ -140,7 +140,9 @@ class USComboBox final : public USComboBoxGlue<USComboBox, ListMembers<TaggedCon
   std::wstring item_text(int index) const;
   int find_text(const std::wstring& text) const;
   /// What the field shows.
-  std::wstring shown_text() const { return CheckBoxes.get() && !editable() ? checked_text() : text(); }
+  std::wstring shown_text() const {
+    return CheckBoxes.get() && !editable() ? checked_text() : text();
+  }
   bool lacks_required() const { return Required.get() && shown_text().empty(); }
   /// Puts a text into field and property without events; tells whether it is another one.
   bool show_text(const std::wstring& text);
@@ -174,7 +176,7 @@ class USComboBox final : public USComboBoxGlue<USComboBox, ListMembers<TaggedCon
   void key_up(short& key, short& shift) override { raise_key_up(key, shift); }
   bool wants_key(int key, short shift) const override;
   bool wants_characters() const override { return true; }
-  HWND focus_target() override { return edit_.hwnd(); }
+  HWND focus_target() override { return restyling_ ? nullptr : edit_.hwnd(); }
   void got_focus() override;
   void lost_focus() override;
   bool run(ComboAct act, short shift);
@@ -201,6 +203,7 @@ class USComboBox final : public USComboBoxGlue<USComboBox, ListMembers<TaggedCon
   void BarChange(int bar) override;
   PopupPlace popup_place() const;
   void lay_out_list();
+  void draw_list();
   /// Lays out and draws before the next paint, once for however many changes.
   void redraw_list();
   void show_row_of(int index);
@@ -233,12 +236,13 @@ class USComboBox final : public USComboBoxGlue<USComboBox, ListMembers<TaggedCon
   ChildEdit edit_{*this, *this};
   bool setting_text_ = false;  // by code: no event, no completion
   bool deleting_ = false;      // the last key took something away
+  bool restyling_ = false;     // the focus waits at the control's own window
   bool refilling_ = false;     // the text outlives the items
   bool contents_new_ = false;  // the current item may be found among new ones
   bool list_new_ = false;      // a handler has changed what is suggested
   int asked_height_ = 0;       // pixels that the container was asked for last
   bool button_hot_ = false;
-  std::wstring former_text_;   // when the focus came
+  std::wstring former_text_;  // when the focus came
   TypeAhead type_ahead_;
   PrivateTimer suggestion_timer_;
 

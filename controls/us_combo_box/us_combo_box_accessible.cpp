@@ -45,8 +45,7 @@ void USComboBox::tell_choice() {
   const int row = model_.shows(model_.current()) ? model_.row_of_index(model_.current()) : -1;
   if (!dropped_down() || row < 0) return;
   for (const DWORD event : {EVENT_OBJECT_FOCUS, EVENT_OBJECT_SELECTION})
-    if (IsWinEventHookInstalled(event))
-      NotifyWinEvent(event, popup_.hwnd(), OBJID_CLIENT, row + 1);
+    if (IsWinEventHookInstalled(event)) NotifyWinEvent(event, popup_.hwnd(), OBJID_CLIENT, row + 1);
 }
 
 // --- the list ------------------------------------------------------------------------------------

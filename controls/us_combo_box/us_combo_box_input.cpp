@@ -128,8 +128,8 @@ void USComboBox::mouse_up(short button, short shift, float x, float y) {
 }
 
 void USComboBox::pointer_moved(short, short, float x, float y) {
-  const bool hot = pointer_over() && (!editable() || inside(button_area(), static_cast<int>(x),
-                                                            static_cast<int>(y)));
+  const bool hot = pointer_over() &&
+                   (!editable() || inside(button_area(), static_cast<int>(x), static_cast<int>(y)));
   if (std::exchange(button_hot_, hot) != hot) redraw();
 }
 

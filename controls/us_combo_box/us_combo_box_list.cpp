@@ -76,8 +76,7 @@ void USComboBox::draw_grip(Surface& surface, const ItemColors& colors) {
 void USComboBox::list_moved(int x, int y) {
   const PixelRect first = list_row(top_);
   const bool over = x >= 0 && x < first.right;
-  const int index =
-      over ? model_.index_of_row(list_rows().row_at(y - first.top, top_)) : -1;
+  const int index = over ? model_.index_of_row(list_rows().row_at(y - first.top, top_)) : -1;
   if (std::exchange(hot_, index) != index) redraw_list();
 }
 

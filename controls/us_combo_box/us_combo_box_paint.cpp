@@ -73,8 +73,8 @@ void USComboBox::lay_out() {
 void USComboBox::draw() {
   const bool contrast = high_contrast(), enabled = Enabled.get();
   const PixelView view = surface().pixels();
-  ColorRef border = shown_color(lit() ? BorderColorOver.get() : BorderColor.get(),
-                                COLOR_WINDOWTEXT);
+  ColorRef border =
+      shown_color(lit() ? BorderColorOver.get() : BorderColor.get(), COLOR_WINDOWTEXT);
   if (lacks_required()) border = shown_color(RequiredColor.get(), COLOR_HIGHLIGHT);
   if (!enabled) border = shown_color(kDisabledBorder, COLOR_GRAYTEXT);
   surface().clear(shown_color(lit() ? BackColorOver.get() : BackColor.get(), COLOR_WINDOW));

@@ -44,8 +44,7 @@ bool USComboBox::open_list() {
     bars_.Create(popup_.hwnd());
   } catch (const ComError&) {  // a list without a bar can still be walked by keys
   }
-  lay_out_list();
-  popup_.redraw();
+  draw_list();
   key_wishes_changed();
   tell_readers(EVENT_OBJECT_STATECHANGE);
   redraw();
@@ -114,6 +113,12 @@ void USComboBox::lay_out_list() {
   laying_out_ = false;
 }
 
+void USComboBox::draw_list() {
+  list_dirty_ = false;
+  lay_out_list();
+  popup_.redraw();
+}
+
 void USComboBox::redraw_list() {
   if (!dropped_down() || std::exchange(list_dirty_, true)) return;
   InvalidateRect(popup_.hwnd(), nullptr, FALSE);
@@ -152,10 +157,7 @@ bool USComboBox::popup_message(UINT message, WPARAM wparam, LPARAM lparam, LRESU
   result = 0;
   switch (message) {
     case WM_PAINT:
-      if (std::exchange(list_dirty_, false)) {
-        lay_out_list();
-        popup_.redraw();
-      }
+      if (list_dirty_) draw_list();
       return false;
     case WM_GETOBJECT:
       result = list_access_.answer(wparam, lparam);
@@ -225,7 +227,7 @@ void USComboBox::drag_grip() {
   const LONG high = opens_up_ ? place.bottom - pointer.y + grip_offset_.y
                               : pointer.y + grip_offset_.y - place.top;
   list_size_ = {std::max(pointer.x + grip_offset_.x - place.left, least), std::max(high, least)};
-  redraw_list();
+  draw_list();
 }
 
 }  // namespace kestrelon

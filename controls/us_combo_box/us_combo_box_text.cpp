@@ -145,8 +145,8 @@ void USComboBox::set_bound_value(const VARIANT& value) {
   const std::wstring wanted = has_text ? to_wstring(V_BSTR(&text)) : std::wstring();
   for (int i = 0; has_text && i < model_.count(); ++i) {
     const std::wstring_view tag = model_.store().tag(i);
-    const bool same = tag.empty() ? has_number && model_.store().item(i).data == V_I4(&number)
-                                  : tag == wanted;
+    const bool same =
+        tag.empty() ? has_number && model_.store().item(i).data == V_I4(&number) : tag == wanted;
     if (same) return choose(i);
   }
   clear_control();
