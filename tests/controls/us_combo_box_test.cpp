@@ -300,6 +300,32 @@ TEST_F(ComboBoxTest, ThePressThatClosesReachesItsTarget) {
   EXPECT_NE(number(*other_, L"Value"), before);
 }
 
+TEST_F(ComboBoxTest, OpensInAFormThatIsModal) {
+  Form modal;
+  modal.create_object = form_.create_object;
+  const auto bag = make_com<PropertyBag>();
+  ControlState state;
+  state.bag = bag.get();
+  const auto site =
+      modal.add_control(L"Kestrelon2012.USComboBox", L"", RECT{10, 10, 150, 31}, nullptr, state);
+  call_method(site->control_dispatch().get(), L"AddItems", {Variant(L"a\nb")});
+  EnableWindow(form_.hwnd(), FALSE);
+  bring_up(modal);
+  site->take_focus();
+  pump_for(30);
+  key_press(VK_F4);
+  EXPECT_NE(list(), nullptr);
+  key_press(VK_DOWN);
+  key_press(VK_RETURN);
+  EXPECT_EQ(to_text(get(*site, L"Text")), L"a");
+  EXPECT_EQ(list(), nullptr);
+  key_press(VK_F4);
+  EXPECT_NE(list(), nullptr);
+  EnableWindow(form_.hwnd(), TRUE);
+  modal.remove(*site);
+  EXPECT_EQ(list(), nullptr);
+}
+
 TEST_F(ComboBoxTest, HandlersMayRemoveTheControl) {
   for (const wchar_t* event :
        {L"DropDown", L"CloseUp", L"SelectionChanged", L"Change", L"KeyDown", L"MouseDown"}) {
