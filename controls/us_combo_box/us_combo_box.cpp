@@ -93,11 +93,13 @@ void USComboBox::style_changed() {
   relayout();
 }
 
-void USComboBox::look_changed() {
-  const OLE_COLOR back = lit() ? BackColorOver.get() : BackColor.get();
+void USComboBox::color_edit() {
   edit_.set_colors(Enabled.get() ? shown_color(ForeColor.get(), COLOR_WINDOWTEXT)
                                  : shown_color(0x99A8AC, COLOR_GRAYTEXT),
-                   shown_color(back, COLOR_WINDOW));
+                   shown_color(lit() ? BackColorOver.get() : BackColor.get(), COLOR_WINDOW));
+}
+
+void USComboBox::look_changed() {
   edit_.set_read_only(Locked.get());
   edit_.set_limit(static_cast<int>(std::clamp(MaxLength.get(), 0L, 32767L)));
   edit_.set_cue(PlaceHolder.get(), shown_color(0x99A8AC, COLOR_GRAYTEXT));

@@ -128,6 +128,7 @@ class USComboBox final : public USComboBoxGlue<USComboBox, ListMembers<TaggedCon
   void item_look_changed() override;
   void choice_changed(bool changed) override;
   void look_changed();
+  void color_edit();
   void list_items_changed();
   void sorted_changed();
   void style_changed();
@@ -146,6 +147,8 @@ class USComboBox final : public USComboBoxGlue<USComboBox, ListMembers<TaggedCon
   bool lacks_required() const { return Required.get() && shown_text().empty(); }
   /// Puts a text into field and property without events; tells whether it is another one.
   bool show_text(const std::wstring& text);
+  /// All of it, its beginning in view.
+  void select_text();
   void text_changed();
   /// Makes an item the current one, with its text and the events.
   void choose(int index);

@@ -59,7 +59,7 @@ bool USComboBox::run(ComboAct act, short shift) {
       return true;
     case ComboAct::kAccept:
       close_list(true);
-      edit_.select_all();
+      select_text();
       return true;
     case ComboAct::kAcceptAndPass:
       close_list(true);
@@ -95,7 +95,7 @@ void USComboBox::step(int index) {
   suggestion_timer_.stop();
   choose(index);
   show_row_of(model_.current());
-  edit_.select_all();
+  select_text();
 }
 
 void USComboBox::key_press(short& character) {
@@ -156,7 +156,8 @@ bool USComboBox::mouse_wheel(bool horizontal, int delta, short) {
 
 void USComboBox::got_focus() {
   former_text_ = Value.get();
-  edit_.select_all();
+  ensure_layout();  // a box without a place would scroll to the end of its text
+  select_text();
   look_changed();
 }
 

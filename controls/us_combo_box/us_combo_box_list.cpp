@@ -89,7 +89,7 @@ void USComboBox::list_clicked(int x, int y) {
   if (CheckBoxes.get() && hit_item(parts, x, y) == ItemPart::kCheck) return toggle_check(index);
   if (may_change(L"Text")) choose(index);
   close_list(true);
-  edit_.select_all();
+  select_text();
 }
 
 void USComboBox::toggle_check(int index) {

@@ -77,6 +77,7 @@ void USComboBox::draw() {
       shown_color(lit() ? BorderColorOver.get() : BorderColor.get(), COLOR_WINDOWTEXT);
   if (lacks_required()) border = shown_color(RequiredColor.get(), COLOR_HIGHLIGHT);
   if (!enabled) border = shown_color(kDisabledBorder, COLOR_GRAYTEXT);
+  color_edit();
   surface().clear(shown_color(lit() ? BackColorOver.get() : BackColor.get(), COLOR_WINDOW));
   draw_button(button_area());
   for (int i = 0; i < scale().line(); ++i)

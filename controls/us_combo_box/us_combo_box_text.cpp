@@ -166,6 +166,10 @@ std::wstring USComboBox::checked_text() const {
 
 // --- selection in the field ----------------------------------------------------------------------
 
+void USComboBox::select_text() {
+  edit_.select({static_cast<int>(Value.get().size()), 0});
+}
+
 void USComboBox::set_sel_start(long start) {
   const int at = static_cast<int>(std::max(start, 0L));
   edit_.select({at, at});
