@@ -8,6 +8,7 @@
 #include "controls/us_button/us_button.h"
 #include "controls/us_calendar/us_calendar.h"
 #include "controls/us_check_box/us_check_box.h"
+#include "controls/us_combo_box/us_combo_box.h"
 #include "controls/us_flex_grid/us_flex_grid.h"
 #include "controls/us_image_list/us_image_list.h"
 #include "controls/us_label/us_label.h"
@@ -103,6 +104,8 @@ std::span<const ServerClass> server_classes() {
       control<USStatusBar>(L"Kestrelon: barra de status com painéis, relógio e teclas",
                            IDB_TOOLBOX_USSTATUSBAR,
                            ControlTraits{}.misc_status | OLEMISC_NOUIACTIVATE),
+      control<USComboBox>(L"Kestrelon: campo com lista, que completa o que se digita",
+                          IDB_TOOLBOX_USCOMBOBOX),
   };
   return kClasses;
 }

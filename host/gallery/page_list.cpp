@@ -19,6 +19,7 @@ const std::vector<PageEntry>& pages() {
       {L"USPictureLCD", L"Controles básicos", build_us_picture_lcd_page},
       {L"Pedido de venda", L"Controles básicos", build_order_entry_page},
       {L"USListBox", L"Listas", build_us_list_box_page},
+      {L"USComboBox", L"Listas", build_us_combo_box_page},
       {L"c32bppDIB", L"Imagens", build_images_page},
       {L"USAlphaImage", L"Imagens", build_us_alpha_image_page},
       {L"USAnimatedImage", L"Imagens", build_animated_image_page},
