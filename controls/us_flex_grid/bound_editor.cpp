@@ -18,8 +18,8 @@ constexpr long kMoveHeight = 1, kMoveWidth = 2, kMoveLeft = 4, kMoveTop = 8;
 std::wstring window_text(HWND window) {
   std::wstring text(static_cast<size_t>(GetWindowTextLengthW(window)), L'\0');
   // A password box or a dying window may give less than it promised.
-  text.resize(static_cast<size_t>(
-      GetWindowTextW(window, text.data(), static_cast<int>(text.size()) + 1)));
+  text.resize(
+      static_cast<size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()) + 1)));
   return text;
 }
 

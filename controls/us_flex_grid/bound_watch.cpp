@@ -67,8 +67,8 @@ void seen(const CWPRETSTRUCT& call) {
   if (found == nullptr) return;
   const Watched watched = *found;  // what follows may stop the watch
   const HWND to = reinterpret_cast<HWND>(call.wParam);
-  const bool leaves = call.message == WM_KILLFOCUS && to != watched.window &&
-                      !IsChild(watched.window, to);
+  const bool leaves =
+      call.message == WM_KILLFOCUS && to != watched.window && !IsChild(watched.window, to);
   if (leaves) return watched.owner->bound_left(to);
   if (call.message == WM_DESTROY && call.hwnd == watched.window) watched.owner->bound_gone();
 }

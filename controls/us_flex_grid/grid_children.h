@@ -28,7 +28,8 @@ struct GridChildren {
   GridChild at(long child) const {
     if (child < 1 || child > count()) return {};
     const long headings = static_cast<long>(columns.size());
-    if (child <= headings) return {GridChild::kHeading, -1, columns[static_cast<size_t>(child - 1)]};
+    if (child <= headings)
+      return {GridChild::kHeading, -1, columns[static_cast<size_t>(child - 1)]};
     const long index = child - headings - 1;
     const int rank = static_cast<int>(index / stride());
     const long place = index % stride();

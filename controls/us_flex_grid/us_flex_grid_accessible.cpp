@@ -141,8 +141,8 @@ long USFlexGrid::accessible_at(POINT point) const {
       self.hit_at(static_cast<float>(point.x), static_cast<float>(point.y));
   const GridChildren all = children();
   if (hit.row >= 0) return all.cell(store_.visible_before(hit.row), hit.column);
-  const bool heading = hit.part == grid_layout::GridPart::kHeader ||
-                       hit.part == grid_layout::GridPart::kColumnEdge;
+  const bool heading =
+      hit.part == grid_layout::GridPart::kHeader || hit.part == grid_layout::GridPart::kColumnEdge;
   return heading && hit.column >= 0 ? all.heading(hit.column) : CHILDID_SELF;
 }
 
@@ -209,8 +209,7 @@ long USFlexGrid::accessible_navigate(long child, long direction) const {
   const GridChild at = all.at(child);
   const long stride = all.stride();
   if (direction == NAVDIR_UP && at.kind != GridChild::kNone)
-    return at.rank > 0 ? child - stride
-                       : at.kind == GridChild::kCell ? all.heading(at.column) : 0;
+    return at.rank > 0 ? child - stride : at.kind == GridChild::kCell ? all.heading(at.column) : 0;
   if (direction == NAVDIR_DOWN && at.kind != GridChild::kNone) {
     if (at.kind == GridChild::kHeading) return all.rows > 0 ? all.cell(0, at.column) : 0;
     return at.rank + 1 < all.rows ? child + stride : 0;

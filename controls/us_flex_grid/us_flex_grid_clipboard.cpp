@@ -51,8 +51,7 @@ void USFlexGrid::paste_cells() {
     if (line.empty()) continue;
     int column = first_column;
     for (const std::wstring_view field : split(line, L"\t")) {
-      while (column < store_.column_count() &&
-             !store_.column(store_.column_at(column)).visible)
+      while (column < store_.column_count() && !store_.column(store_.column_at(column)).visible)
         ++column;
       if (row >= store_.row_count() || column >= store_.column_count()) break;
       const uint32_t before = store_.structure_version();

@@ -64,13 +64,14 @@ bool USFlexGrid::open_editor() {
 void USFlexGrid::take_bound(GridPlace place) {
   IDispatch* const control = bound_to(place);
   if (control == nullptr) return bound_.drop();
-  bound_.take(control, std::wstring(store_.text(store_.row_at(place.row),
-                                                store_.column_at(place.column))));
+  bound_.take(control,
+              std::wstring(store_.text(store_.row_at(place.row), store_.column_at(place.column))));
 }
 
 void USFlexGrid::open_bound(GridPlace place) {
   const int record = store_.row_at(place.row), column = store_.column_at(place.column);
-  const int16_t fonts = grid_font_bits(store_.column(column).type, store_.cell(record, column).flags);
+  const int16_t fonts =
+      grid_font_bits(store_.column(column).type, store_.cell(record, column).flags);
   BoundLook look;
   look.fore_color = ForeColorEdit.get();
   look.back_color = BackColorEdit.get();

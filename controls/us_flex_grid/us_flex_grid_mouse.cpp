@@ -374,6 +374,8 @@ bool USFlexGrid::window_message_before(UINT message, WPARAM wparam, LPARAM lpara
     result = TRUE;
     return true;
   }
+  // A bound control goes home before the windows in the grid die with it.
+  if (message == WM_DESTROY) close_editor(false);
   if (answer_check(message, result)) return true;
   if (take_editor_message(message, wparam, lparam)) return true;
   if (forward_composition(message, wparam, lparam, result)) return true;

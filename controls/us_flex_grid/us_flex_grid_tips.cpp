@@ -4,7 +4,7 @@
 namespace kestrelon {
 namespace {
 
-constexpr UINT kRest = 1500;       // milliseconds
+constexpr UINT kRest = 1500;  // milliseconds
 constexpr OLE_COLOR kTipBack = 0x80000018;
 
 }  // namespace
@@ -68,8 +68,8 @@ const grid_paint::CellFont& USFlexGrid::font_of(const grid_paint::CellFacts& fac
 }
 
 int USFlexGrid::lines_height(const grid_paint::CellFacts& facts, int width) {
-  const bool several = AllowWordWrap.get() &&
-                       (facts.wrap || facts.text.find(L'\r') != std::wstring_view::npos);
+  const bool several =
+      AllowWordWrap.get() && (facts.wrap || facts.text.find(L'\r') != std::wstring_view::npos);
   if (!several) return -1;
   const grid_paint::FontInUse in_use(surface().dc(), font_of(facts));
   return grid_paint::wrapped_height(surface().dc(), facts.text, width, false);
@@ -84,7 +84,8 @@ bool USFlexGrid::has_expand_mark(GridPlace place, const PixelRect& text) {
   const grid_paint::SourceContents contents(store_, *locale_, state);
   grid_paint::CellFacts facts;
   contents.cell(place.row, column, facts);
-  return lines_height(facts, text.right - text.left) > grid_layout::plain_room(page().metrics, text);
+  return lines_height(facts, text.right - text.left) >
+         grid_layout::plain_room(page().metrics, text);
 }
 
 }  // namespace kestrelon

@@ -12,8 +12,8 @@ using testing::Not;
 class ForeignBox final : public LateBound {
  public:
   ForeignBox(HWND form, bool bare) : LateBound(L"ForeignBox") {
-    window_ = CreateWindowExW(0, L"EDIT", L"", WS_CHILD, 0, 0, 40, 20, form, nullptr, nullptr,
-                              nullptr);
+    window_ =
+        CreateWindowExW(0, L"EDIT", L"", WS_CHILD, 0, 0, 40, 20, form, nullptr, nullptr, nullptr);
     property(L"hWnd", [this] { return Variant(static_cast<long>(HandleToLong(window_))); });
     if (bare) return;
     property(
@@ -185,13 +185,13 @@ TEST_P(FlexGridBoundTest, WithoutBitsItStaysWhereItStands) {
   key_press(VK_ESCAPE);
 }
 
+std::string kind_name(const testing::TestParamInfo<Kind>& each) {
+  static const char* const kNames[] = {"TextBox", "Foreign", "Bare"};
+  return kNames[static_cast<int>(each.param)];
+}
+
 INSTANTIATE_TEST_SUITE_P(Kinds, FlexGridBoundTest,
-                         testing::Values(Kind::kTextBox, Kind::kForeign, Kind::kBare),
-                         [](const auto& info) {
-                           return info.param == Kind::kTextBox   ? "TextBox"
-                                  : info.param == Kind::kForeign ? "Foreign"
-                                                                 : "Bare";
-                         });
+                         testing::Values(Kind::kTextBox, Kind::kForeign, Kind::kBare), kind_name);
 
 }  // namespace
 }  // namespace kestrelon::host

@@ -4,7 +4,17 @@
 namespace kestrelon::host {
 namespace {
 
-enum class Deed { kRemoveRow, kClear, kClearAll, kAddColumn, kSort, kTheme, kEdit, kFilter, kDestroy };
+enum class Deed {
+  kRemoveRow,
+  kClear,
+  kClearAll,
+  kAddColumn,
+  kSort,
+  kTheme,
+  kEdit,
+  kFilter,
+  kDestroy
+};
 
 struct Case {
   const wchar_t* event;
@@ -59,8 +69,8 @@ class FlexGridEventsTest : public FlexGridTest,
         call(L"ClearAll");
         break;
       case Deed::kAddColumn:
-        call(L"AddColumn", {Variant(L"Mais"), Variant(300.0), Variant(4L), Variant(0L), Variant(L""),
-                            Variant(L""), Variant(4L), Variant(false), Variant(1L)});
+        call(L"AddColumn", {Variant(L"Mais"), Variant(300.0), Variant(4L), Variant(0L),
+                            Variant(L""), Variant(L""), Variant(4L), Variant(false), Variant(1L)});
         break;
       case Deed::kSort:
         call(L"Sort", {Variant(0L), Variant(1L)});
@@ -90,7 +100,9 @@ class FlexGridEventsTest : public FlexGridTest,
     mouse_up();
   }
   void edit_first() { call(L"ForceCellEdit", {Variant(2L), Variant(0L)}); }
-  void press_at(long r, long c, int x) { mouse_click(window(), static_cast<int>(cell(r, c).x) + x, static_cast<int>(cell(r, c).y)); }
+  void press_at(long r, long c, int x) {
+    mouse_click(window(), static_cast<int>(cell(r, c).x) + x, static_cast<int>(cell(r, c).y));
+  }
 };
 
 using T = FlexGridEventsTest;
@@ -110,14 +122,17 @@ const Case kCases[] = {
     {L"CellClick", [](T& t) { t.click_cell(1, 0); }},
     {L"ColumnClick", [](T& t) { t.click_heading(40); }},
     {L"ColumnSizeChanged", [](T& t) { t.drag_heading(79, 110); }},
-    {L"CustomSort", [](T& t) { t.call(L"Sort", {Variant(3L), Variant(1L)}); }},
+    {L"CustomSort",
+     [](T& t) {
+       t.call(L"Sort", {Variant(3L), Variant(1L)});
+     }},
     {L"ColumnOrderChanged", [](T& t) { t.drag_heading(40, 120); }},
     {L"RowChecked", [](T& t) { t.press_at(1, 0, -32); }},
     {L"RowCountChanged", [](T& t) { t.row(L"novo"); }},
     {L"MouseEnter", [](T& t) { mouse_move(t.window(), 30, 60), mouse_move(t.window(), 40, 62); }},
     {L"MouseExit", [](T& t) { mouse_move(t.window(), 30, 60), mouse_away(); }},
     {L"RowColChanged", [](T&) { key_press(VK_DOWN); }},
-    {L"Scroll", [](T&) { mouse_wheel(-120); }},
+    {L"Scroll", [](T& t) { mouse_move(t.window(), 40, 60), mouse_wheel(-120); }},
     {L"SelectionChanged", [](T&) { key_chord(VK_SHIFT, VK_DOWN); }},
     {L"SortComplete", [](T& t) { t.click_heading(40); }},
     {L"EditKeyPress", [](T& t) { t.edit_first(), type_text(L"q"); }},
@@ -133,10 +148,10 @@ const Case kCases[] = {
 TEST_P(FlexGridEventsTest, LeavesTheGridWhole) {
   const auto [deed, each] = GetParam();
   int times = 0;
-  site_->on_event([&, deed = deed, event = std::wstring(each.event)](const std::wstring& name,
-                                                                     DISPPARAMS&) {
-    if (name == event && ++times == 1) perform(deed);
-  });
+  site_->on_event(
+      [&, deed = deed, event = std::wstring(each.event)](const std::wstring& name, DISPPARAMS&) {
+        if (name == event && ++times == 1) perform(deed);
+      });
   try {
     each.user(*this);
   } catch (const ComError&) {  // the control may be gone in the middle of what the test does
@@ -155,21 +170,23 @@ TEST_P(FlexGridEventsTest, LeavesTheGridWhole) {
   EXPECT_LT(count(L"Row"), std::max(count(L"Rows"), 1L));
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    All, FlexGridEventsTest,
-    testing::Combine(testing::Values(Deed::kRemoveRow, Deed::kClear, Deed::kClearAll,
-                                     Deed::kAddColumn, Deed::kSort, Deed::kTheme, Deed::kEdit,
-                                     Deed::kFilter, Deed::kDestroy),
-                     testing::ValuesIn(kCases)),
-    [](const auto& info) {
-      static const char* const kDeeds[] = {"RemoveRow", "Clear", "ClearAll", "AddColumn", "Sort",
-                                           "Theme",     "Edit",  "Filter",   "Destroy"};
-      std::string name = kDeeds[static_cast<int>(std::get<0>(info.param))];
-      name += "In";
-      for (const wchar_t* c = std::get<1>(info.param).event; *c != 0; ++c)
-        name += static_cast<char>(*c);
-      return name;
-    });
+std::string case_name(const testing::TestParamInfo<FlexGridEventsTest::ParamType>& each) {
+  static const char* const kDeeds[] = {"RemoveRow", "Clear", "ClearAll", "AddColumn", "Sort",
+                                       "Theme",     "Edit",  "Filter",   "Destroy"};
+  std::string name = kDeeds[static_cast<int>(std::get<0>(each.param))];
+  name += "In";
+  for (const wchar_t* c = std::get<1>(each.param).event; *c != 0; ++c)
+    name += static_cast<char>(*c);
+  return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(All, FlexGridEventsTest,
+                         testing::Combine(testing::Values(Deed::kRemoveRow, Deed::kClear,
+                                                          Deed::kClearAll, Deed::kAddColumn,
+                                                          Deed::kSort, Deed::kTheme, Deed::kEdit,
+                                                          Deed::kFilter, Deed::kDestroy),
+                                          testing::ValuesIn(kCases)),
+                         case_name);
 
 }  // namespace
 }  // namespace kestrelon::host

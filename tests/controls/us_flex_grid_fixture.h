@@ -3,12 +3,13 @@
 
 #include <gmock/gmock.h>
 
+#include "host/put_indexed.h"
 #include "tests/controls/control_fixture.h"
 
 namespace kestrelon::host {
 
 class FlexGridTest : public ControlTest {
- protected:
+ public:  // tables of cases call it
   using Names = std::vector<std::wstring>;
   static constexpr int kWidth = 300, kHeight = 200;
   static constexpr long kString = 0, kNumeric = 1, kDate = 2, kBoolean = 3, kButton = 6;
@@ -31,16 +32,9 @@ class FlexGridTest : public ControlTest {
   long count(const wchar_t* name) { return number(*site_, name); }
   /// A property with arguments, the value last.
   void put_indexed(const wchar_t* name, std::vector<Variant> arguments) {
-    const ComPtr<IDispatch> object = site_->control_dispatch();
-    std::wstring member(name);
-    LPOLESTR names = member.data();
-    DISPID id = 0, put = DISPID_PROPERTYPUT;
-    ASSERT_EQ(object->GetIDsOfNames(IID_NULL, &names, 1, 0, &id), S_OK);
-    std::vector<VARIANT> reversed(arguments.rbegin(), arguments.rend());
-    DISPPARAMS parameters{reversed.data(), &put, static_cast<UINT>(reversed.size()), 1};
-    ASSERT_EQ(object->Invoke(id, IID_NULL, 0, DISPATCH_PROPERTYPUT, &parameters, nullptr, nullptr,
-                             nullptr),
-              S_OK);
+    const Variant value = std::move(arguments.back());
+    arguments.pop_back();
+    host::put_indexed(grid(), name, std::move(arguments), value);
   }
   long column(const wchar_t* heading, long type = kString, const wchar_t* filter = L"") {
     return to_long(call(L"AddColumn", {Variant(heading), Variant(1200.0), Variant(4L),
