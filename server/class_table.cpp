@@ -12,6 +12,8 @@
 #include "controls/us_label/us_label.h"
 #include "controls/us_list_box/us_list_box.h"
 #include "controls/us_option_button/us_option_button.h"
+#include "controls/us_picture_lcd/us_picture_lcd.h"
+#include "controls/us_progress_bar/us_progress_bar.h"
 #include "controls/us_scroll_bar/us_scroll_bar.h"
 #include "controls/us_text_box/us_text_box.h"
 #include "controls/us_tree_view/us_tree_view.h"
@@ -89,6 +91,12 @@ std::span<const ServerClass> server_classes() {
       control<USLabel>(L"Kestrelon: texto, título ou link de formulário", IDB_TOOLBOX_USLABEL,
                        ControlTraits{}.misc_status | OLEMISC_ACTSLIKELABEL | OLEMISC_NOUIACTIVATE),
       control<USFlexGrid>(L"Kestrelon: grade de dados", IDB_TOOLBOX_USFLEXGRID),
+      control<USProgressBar>(L"Kestrelon: barra de progresso com texto e tempo restante",
+                             IDB_TOOLBOX_USPROGRESSBAR,
+                             ControlTraits{}.misc_status | OLEMISC_NOUIACTIVATE),
+      control<USPictureLCD>(L"Kestrelon: painel com dígitos grandes, relógio e contagem regressiva",
+                            IDB_TOOLBOX_USPICTURELCD,
+                            ControlTraits{}.misc_status | OLEMISC_NOUIACTIVATE),
   };
   return kClasses;
 }

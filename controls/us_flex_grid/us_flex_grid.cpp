@@ -2,8 +2,8 @@
 #include "controls/us_flex_grid/us_flex_grid.h"
 
 #include "controls/us_flex_grid/container_units.h"
-#include "controls/us_flex_grid/task_bar.h"
 #include "frame/kit/theme.h"
+#include "frame/task_bar.h"
 #include "grid/store/store_check.h"
 #include "grid/values/cell_number.h"
 
