@@ -22,6 +22,7 @@ const std::vector<PageEntry>& pages() {
       {L"USAnimatedImage", L"Imagens", build_animated_image_page},
       {L"USImageList", L"Imagens", build_image_list_page},
       {L"USToolBar", L"Janelas", build_us_tool_bar_page},
+      {L"USRibbon", L"Janelas", build_us_ribbon_page},
   };
   return list;
 }
