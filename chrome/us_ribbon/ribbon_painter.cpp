@@ -144,7 +144,7 @@ void Painter::paint_category(size_t at) {
   }
   PixelRect caption = place.caption;
   caption.left += scale_(2);
-  caption.bottom -= line;
+  caption.bottom -= 2 * line;
   paint_text(category.caption, caption, ink(look_.category, false), kCentred | DT_NOPREFIX);
   paint_launcher(at);
 }

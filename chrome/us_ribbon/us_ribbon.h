@@ -82,7 +82,6 @@ class USRibbon final : public USRibbonGlue<USRibbon, ControlFrame>, private ribb
   void properties_read() override;
   void resized() override;
   void rescaled() override { forget_texts(); }
-  void window_created() override { resized(); }
   void hidden() override { tip_.Destroy(); }
   void ambient_changed(DISPID id) override;
   void terminate() override;

@@ -80,16 +80,17 @@ bool USRibbon::bring_into_view(int entry) {
   return false;
 }
 
+// Above the first button lies the tab itself, and nothing above that.
 void USRibbon::step_focus(int direction) {
+  if (focus_ == Model::kNone && direction < 0) return;
   const std::vector<int> all = entries_of_tab(model_);
   const int count = static_cast<int>(all.size());
   const auto found = std::find(all.begin(), all.end(), focus_);
-  int at = found != all.end() ? static_cast<int>(found - all.begin()) : direction > 0 ? -1 : count;
+  int at = found != all.end() ? static_cast<int>(found - all.begin()) : -1;
   while ((at += direction) >= 0 && at < count) {
     const int entry = all[static_cast<size_t>(at)];
     if (usable(entry) && bring_into_view(entry)) return set_focus(entry);
   }
-  // Above the first button lies the tab itself.
   if (direction < 0) set_focus(Model::kNone);
 }
 

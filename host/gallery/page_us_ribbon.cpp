@@ -24,7 +24,9 @@ class Filler {
  public:
   explicit Filler(IDispatch* ribbon) : ribbon_(ribbon) {}
 
-  void tab(const wchar_t* caption) { call(ribbon_, L"AddTab", {Variant(tab_++), Variant(caption)}); }
+  void tab(const wchar_t* caption) {
+    call(ribbon_, L"AddTab", {Variant(tab_++), Variant(caption)});
+  }
   void category(const wchar_t* caption, bool launcher, const std::vector<ButtonSample>& buttons) {
     call(ribbon_, L"AddCat",
          {Variant(++category_), Variant(0L), Variant(caption), Variant(launcher)});
@@ -68,7 +70,8 @@ void fill_office(IDispatch* ribbon) {
   for (long i = 0; i < 2; ++i) {
     const ComPtr<IDispatch> picture = glyph_picture(i == 0 ? Glyph::kFind : Glyph::kHelp, 16);
     call(ribbon, L"AddTabButton",
-         {Variant(i), Variant(picture.get()), Variant(0L), Variant(i == 0 ? L"Localizar" : L"Ajuda")});
+         {Variant(i), Variant(picture.get()), Variant(0L),
+          Variant(i == 0 ? L"Localizar" : L"Ajuda")});
   }
   call(ribbon, L"Refresh", {});
 }
@@ -119,8 +122,7 @@ void states(Page& page) {
 
 void close_up(Page& page) {
   for (long theme = 0; theme < 3; ++theme) {
-    const Picture shot =
-        page.snapshot(kProgId, 190, kHeight, Situation::kOver, office(theme));
+    const Picture shot = page.snapshot(kProgId, 190, kHeight, Situation::kOver, office(theme));
     page.picture(look::kMargin, page.y(), shot, 4);
     page.skip(4 * (kHeight + 14));
   }
