@@ -448,6 +448,7 @@ class ControlFrame : public AutomationObject,
   bool was_initialised_ = false;
   bool ambient_missing_ = false;  // InitProperties ran before there was a site to ask
   bool loading_ = false;
+  bool place_requested_ = false;  // by request_size, since it was last cleared
   bool in_place_active_ = false;
   bool ui_active_ = false;
   bool windowless_ = false;
