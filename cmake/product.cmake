@@ -54,7 +54,8 @@ foreach(idl ${class_idls})
   endif()
   add_custom_command(OUTPUT ${GENERATED}/${name}_glue.h
     COMMAND ${Python3_EXECUTABLE} ${glue_tool} ${idl} ${GENERATED}/${name}_glue.h
-    DEPENDS ${glue_tool} ${idl} VERBATIM)
+            ${CMAKE_SOURCE_DIR}/frame/control_frame.h
+    DEPENDS ${glue_tool} ${idl} ${CMAKE_SOURCE_DIR}/frame/control_frame.h VERBATIM)
   list(APPEND glue_headers ${GENERATED}/${name}_glue.h)
 endforeach()
 add_custom_target(contract DEPENDS ${contract_headers} ${glue_headers})

@@ -11,6 +11,8 @@
 #include "controls/us_flex_grid/us_flex_grid.h"
 #include "controls/us_image_list/us_image_list.h"
 #include "controls/us_label/us_label.h"
+#include "controls/us_picture_lcd/us_picture_lcd.h"
+#include "controls/us_progress_bar/us_progress_bar.h"
 #include "controls/us_list_box/us_list_box.h"
 #include "controls/us_option_button/us_option_button.h"
 #include "controls/us_scroll_bar/us_scroll_bar.h"
@@ -90,6 +92,12 @@ std::span<const ServerClass> server_classes() {
       control<USLabel>(L"Kestrelon: texto, título ou link de formulário", IDB_TOOLBOX_USLABEL,
                        ControlTraits{}.misc_status | OLEMISC_ACTSLIKELABEL | OLEMISC_NOUIACTIVATE),
       control<USFlexGrid>(L"Kestrelon: grade de dados", IDB_TOOLBOX_USFLEXGRID),
+      control<USProgressBar>(L"Kestrelon: barra de progresso com texto e tempo restante",
+                             IDB_TOOLBOX_USPROGRESSBAR,
+                             ControlTraits{}.misc_status | OLEMISC_NOUIACTIVATE),
+      control<USPictureLCD>(L"Kestrelon: painel com dígitos grandes, relógio e contagem regressiva",
+                            IDB_TOOLBOX_USPICTURELCD,
+                            ControlTraits{}.misc_status | OLEMISC_NOUIACTIVATE),
       control<USRibbon>(L"Kestrelon: faixa de opções com guias, categorias e botões",
                         IDB_TOOLBOX_USRIBBON),
   };

@@ -15,6 +15,8 @@ const std::vector<PageEntry>& pages() {
       {L"USTreeView", L"Listas", build_us_tree_view_page},
       {L"USTextBox", L"Controles básicos", build_us_text_box_page},
       {L"USLabel", L"Controles básicos", build_us_label_page},
+      {L"USProgressBar", L"Controles básicos", build_us_progress_bar_page},
+      {L"USPictureLCD", L"Controles básicos", build_us_picture_lcd_page},
       {L"Pedido de venda", L"Controles básicos", build_order_entry_page},
       {L"USListBox", L"Listas", build_us_list_box_page},
       {L"c32bppDIB", L"Imagens", build_images_page},
