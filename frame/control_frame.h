@@ -293,6 +293,7 @@ class ControlFrame : public AutomationObject,
   /// The same for a part of the surface, of a control that has a rectangular window.
   void surface_changed(const RECT& part);
   void surface_drawn() { ++full_repaints_; }
+  void part_drawn() { ++part_repaints_; }
   void invalidate();
   void invalidate(const RECT& part);
   /// Shows at once what has been drawn.
@@ -451,7 +452,6 @@ class ControlFrame : public AutomationObject,
   bool was_initialised_ = false;
   bool ambient_missing_ = false;  // InitProperties ran before there was a site to ask
   bool loading_ = false;
-  bool place_requested_ = false;  // by request_size, since it was last cleared
   bool in_place_active_ = false;
   bool ui_active_ = false;
   bool windowless_ = false;

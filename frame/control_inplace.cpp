@@ -79,7 +79,6 @@ HRESULT ControlFrame::activate_in_place() {
   in_place_site_->GetWindow(&parent);
   in_place_site_->GetWindowContext(in_place_frame_.put(), in_place_document_.put(), &place, &clip,
                                    &frame_info);
-  place_requested_ = false;
   if (!windowless_ && !create_window(parent, place)) {
     in_place_active_ = false;
     in_place_site_->OnInPlaceDeactivate();
@@ -88,7 +87,7 @@ HRESULT ControlFrame::activate_in_place() {
   }
   // What the control asked for while its window was made, the container may have granted without
   // telling an object that was not yet active.
-  if (place_requested_ && in_place_site_)
+  if (!windowless_)
     in_place_site_->GetWindowContext(in_place_frame_.put(), in_place_document_.put(), &place, &clip,
                                      &frame_info);
   SetObjectRects(&place, &clip);
@@ -232,7 +231,6 @@ void ControlFrame::request_size(int width, int height) {
     return set_size(width, height);
   }
   const RECT wanted{place_.left, place_.top, place_.left + width, place_.top + height};
-  place_requested_ = true;
   site->OnPosRectChange(&wanted);  // answers with SetObjectRects
 }
 

@@ -25,6 +25,7 @@ const std::vector<PageEntry>& pages() {
       {L"USImageList", L"Imagens", build_image_list_page},
       {L"USToolBar", L"Janelas", build_us_tool_bar_page},
       {L"USRibbon", L"Janelas", build_us_ribbon_page},
+      {L"USRibbon estados", L"Janelas", build_us_ribbon_states_page},
   };
   return list;
 }

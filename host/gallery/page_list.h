@@ -24,5 +24,6 @@ void build_us_calendar_page(Page& page);
 void build_us_tree_view_page(Page& page);
 void build_us_tool_bar_page(Page& page);
 void build_us_ribbon_page(Page& page);
+void build_us_ribbon_states_page(Page& page);
 
 }  // namespace kestrelon::host

@@ -121,11 +121,13 @@ void states(Page& page) {
 }
 
 void close_up(Page& page) {
-  for (long theme = 0; theme < 3; ++theme) {
-    const Picture shot = page.snapshot(kProgId, 190, kHeight, Situation::kOver, office(theme));
-    page.picture(look::kMargin, page.y(), shot, 4);
-    page.skip(4 * (kHeight + 14));
-  }
+  constexpr int kWidth = 92, kScale = 3;
+  for (int theme = 0; theme < 3; ++theme)
+    page.picture(look::kMargin + theme * kScale * kWidth, page.y(),
+                 page.snapshot(kProgId, kWidth - 2, kHeight, Situation::kOver, office(theme))
+                     .part({0, 0, kWidth, kHeight + 4}),
+                 kScale);
+  page.skip(kScale * (kHeight + 8));
 }
 
 }  // namespace
@@ -136,9 +138,13 @@ void build_us_ribbon_page(Page& page) {
   themes(page, office, 790);
   page.section(L"Botões médios e pequenos, marcados e desabilitados; guia de contexto");
   themes(page, sized, 600);
+}
+
+void build_us_ribbon_states_page(Page& page) {
+  page.title(L"USRibbon: estados", L"Sob o ponteiro, pressionado e de perto.");
   page.section(L"Sob o ponteiro e pressionado");
   states(page);
-  page.section(L"Estreita, quatro vezes ampliada");
+  page.section(L"Estreita, três vezes ampliada");
   close_up(page);
 }
 
