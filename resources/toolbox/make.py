@@ -116,6 +116,20 @@ def us_list_box(canvas):
     canvas.rectangle(2, 5, 14, 9, vertical((0xDF, 0xEE, 0xFC), (0xB9, 0xD3, 0xEE), 5, 9))
     for row, end in ((3, 11), (6, 10), (11, 12)):
         canvas.rectangle(4, row, end, row + 1, (0x3A, 0x3A, 0x3A))
+def us_combo_box(canvas):
+    canvas.rectangle(0, 1, 16, 8, (0xFF, 0xFF, 0xFF))
+    canvas.rectangle(10, 2, 15, 7, vertical((0xDF, 0xEE, 0xFC), (0xB9, 0xD3, 0xEE), 2, 7))
+    canvas.rectangle(9, 2, 10, 7, (0x9C, 0xB8, 0xD8))
+    canvas.frame(0, 1, 16, 8, BORDER)
+    canvas.rectangle(2, 4, 7, 5, (0x3A, 0x3A, 0x3A))
+    for row in range(2):
+        canvas.rectangle(11 + row, 4 + row, 14 - row, 5 + row, BORDER)
+    canvas.rectangle(1, 8, 13, 15, (0xFF, 0xFF, 0xFF))
+    canvas.frame(1, 7, 13, 15, (0x7F, 0x9F, 0xC6))
+    for row, end in ((9, 9), (12, 10)):
+        canvas.rectangle(3, row, end, row + 1, (0x6A, 0x6A, 0x6A))
+
+
 def us_label(canvas):
     canvas.fill(stroke([(2.6, 13.0), (8.0, 1.8), (13.4, 13.0)], 2.0), BORDER, 0, 0, 16, 15)
     canvas.fill(stroke([(4.6, 9.4), (11.4, 9.4)], 1.8), MARK, 0, 0, 16, 15)
@@ -162,6 +176,16 @@ def us_text_box_ex(canvas):
         canvas.rectangle(3, top, end, top + 1, (0x3A, 0x3A, 0x3A))
     canvas.rectangle(12, 1, 14, 14, vertical((0xF4, 0xF9, 0xFE), (0xB9, 0xD3, 0xEE), 1, 14))
     canvas.rectangle(12, 3, 14, 7, (0x5C, 0x94, 0xCC))
+
+def us_status_bar(canvas):
+    canvas.rectangle(0, 5, 16, 13, vertical((0xFD, 0xFE, 0xFF), (0xC4, 0xDA, 0xF0), 5, 13))
+    canvas.frame(0, 5, 16, 13, BORDER)
+    canvas.rectangle(2, 9, 6, 10, (0x3A, 0x3A, 0x3A))
+    canvas.rectangle(7, 6, 8, 12, (0x9C, 0xB8, 0xD8))
+    canvas.rectangle(9, 8, 11, 11, MARK)
+    for step in range(3):  # the grip
+        for column in range(step + 1):
+            canvas.rectangle(14 - column, 9 + step, 15 - column, 10 + step, BORDER)
 
 
 
