@@ -1,6 +1,7 @@
 #include "server/class_table.h"
 
 #include "base/resource_ids.h"
+#include "chrome/us_ribbon/us_ribbon.h"
 #include "chrome/us_status_bar/us_status_bar.h"
 #include "chrome/us_tool_bar/us_tool_bar.h"
 #include "controls/us_alpha_image/us_alpha_image.h"
@@ -106,6 +107,8 @@ std::span<const ServerClass> server_classes() {
                            ControlTraits{}.misc_status | OLEMISC_NOUIACTIVATE),
       control<USComboBox>(L"Kestrelon: campo com lista, que completa o que se digita",
                           IDB_TOOLBOX_USCOMBOBOX),
+      control<USRibbon>(L"Kestrelon: faixa de opções com guias, categorias e botões",
+                        IDB_TOOLBOX_USRIBBON),
   };
   return kClasses;
 }

@@ -27,6 +27,8 @@ const std::vector<PageEntry>& pages() {
       {L"USToolBar", L"Janelas", build_us_tool_bar_page},
       {L"KN_MSGBOX", L"Janelas", build_message_box_page},
       {L"USStatusBar", L"Janelas", build_us_status_bar_page},
+      {L"USRibbon", L"Janelas", build_us_ribbon_page},
+      {L"USRibbon estados", L"Janelas", build_us_ribbon_states_page},
   };
   return list;
 }

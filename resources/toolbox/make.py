@@ -188,6 +188,20 @@ def us_status_bar(canvas):
             canvas.rectangle(14 - column, 9 + step, 15 - column, 10 + step, BORDER)
 
 
+
+def us_ribbon(canvas):
+    canvas.rectangle(0, 4, 16, 14, vertical((0xFD, 0xFE, 0xFF), (0xC4, 0xDA, 0xF0), 4, 14))
+    canvas.frame(0, 4, 16, 14, BORDER)
+    canvas.rectangle(1, 1, 7, 5, (0xFD, 0xFE, 0xFF))
+    canvas.rectangle(1, 1, 7, 2, BORDER)
+    canvas.rectangle(1, 1, 2, 5, BORDER)
+    canvas.rectangle(6, 1, 7, 5, BORDER)
+    canvas.rectangle(2, 6, 6, 10, (0xF2, 0xB1, 0x2A))
+    canvas.rectangle(7, 6, 11, 10, (0x5C, 0x94, 0xCC))
+    canvas.rectangle(12, 6, 13, 12, (0x9C, 0xB8, 0xD8))
+    canvas.rectangle(2, 11, 11, 12, (0x9C, 0xB8, 0xD8))
+
+
 ICONS = {name: draw for name, draw in list(globals().items()) if name.startswith("us_")}
 
 if __name__ == "__main__":
