@@ -17,6 +17,7 @@
 
 #define IDB_TOOLBOX_USLABEL 1045
 #define IDB_TOOLBOX_USFLEXGRID 1050
+#define IDB_TOOLBOX_USFORM 1061
 
 #define IDB_CHECK_MARKS 101
 // PNG files under a resource type of their own, "OPTIONBUTTON".

@@ -130,6 +130,15 @@ def us_flex_grid(canvas):
     canvas.frame(1, 1, 15, 14, BORDER)
 
 
+
+def us_form(canvas):
+    canvas.rectangle(1, 1, 15, 14, (0xFF, 0xFF, 0xFF))
+    canvas.rectangle(1, 1, 15, 5, vertical((0x5A, 0xA7, 0xDA), (0x3F, 0x95, 0xCF), 1, 5))
+    canvas.rectangle(11, 1, 15, 4, (0xC7, 0x50, 0x50))
+    canvas.rectangle(3, 3, 7, 4, (0xFF, 0xFF, 0xFF))
+    canvas.frame(1, 1, 15, 14, BORDER)
+
+
 ICONS = {name: draw for name, draw in list(globals().items()) if name.startswith("us_")}
 
 if __name__ == "__main__":
