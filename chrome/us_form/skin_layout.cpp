@@ -179,11 +179,10 @@ void paint_background(const PixelView& view, ColorRef color1, ColorRef color2) {
   const int last = view.height - 1;
   const int turn = last * 50 / 100;
   for (int y = 0; y < view.height; ++y) {
-    const ColorRef color = y < turn ? between(color1, middle, static_cast<double>(y) / turn)
-                                    : between(middle, color2,
-                                              last > turn ? static_cast<double>(y - turn) /
-                                                                (last - turn)
-                                                          : 0.0);
+    const ColorRef color =
+        y < turn ? between(color1, middle, static_cast<double>(y) / turn)
+                 : between(middle, color2,
+                           last > turn ? static_cast<double>(y - turn) / (last - turn) : 0.0);
     std::fill_n(view.row(y), view.width, to_pixel(color));
   }
 }

@@ -1,8 +1,8 @@
 // Life, and what the properties of the looks do.
 #include "controls/us_flex_grid/us_flex_grid.h"
 
-#include "controls/us_flex_grid/task_bar.h"
 #include "frame/kit/theme.h"
+#include "frame/task_bar.h"
 #include "grid/values/cell_number.h"
 
 namespace kestrelon {

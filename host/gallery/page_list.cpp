@@ -22,6 +22,7 @@ const std::vector<PageEntry>& pages() {
       {L"USAnimatedImage", L"Imagens", build_animated_image_page},
       {L"USImageList", L"Imagens", build_image_list_page},
       {L"USToolBar", L"Janelas", build_us_tool_bar_page},
+      {L"USForm", L"Janelas", build_us_form_page},
   };
   return list;
 }

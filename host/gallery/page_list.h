@@ -21,5 +21,6 @@ void build_us_option_button_page(Page& page);
 void build_us_calendar_page(Page& page);
 void build_us_tree_view_page(Page& page);
 void build_us_tool_bar_page(Page& page);
+void build_us_form_page(Page& page);
 
 }  // namespace kestrelon::host

@@ -1,4 +1,4 @@
-#include "controls/us_flex_grid/task_bar.h"
+#include "frame/task_bar.h"
 
 #include <shobjidl.h>
 
