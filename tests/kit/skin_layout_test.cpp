@@ -143,7 +143,9 @@ TEST(SkinLayout, CutsTheCornersAlikeAtEveryScale) {
     EXPECT_TRUE(cut.contains({scale(4) - 1, 0}));
     EXPECT_FALSE(cut.contains({scale(4), 0}));
     EXPECT_TRUE(cut.contains({0, scale(4) - 1}));
-    if (dpi == 96) EXPECT_EQ(cut.size(), 4u * 8u);
+    if (dpi == 96) {
+      EXPECT_EQ(cut.size(), 4u * 8u);
+    }
   }
 }
 
@@ -158,9 +160,15 @@ TEST(SkinLayout, TheBackgroundEndsInItsColorsAtEveryHeight) {
     std::vector<uint32_t> memory(static_cast<size_t>(rows) * 3, 0xABABAB);
     const PixelView view{memory.data(), 3, rows, 3};
     paint_background(view, 0x102030, 0xF0E0D1);
-    if (rows > 2) EXPECT_EQ(view.row(0)[2], to_pixel(0x102030));
-    if (rows > 1) EXPECT_EQ(view.row(rows - 1)[0], to_pixel(0xF0E0D1));
-    if (rows % 2 == 1) EXPECT_EQ(view.row(rows / 2)[1], to_pixel(0x808080)) << rows;
+    if (rows > 2) {
+      EXPECT_EQ(view.row(0)[2], to_pixel(0x102030));
+    }
+    if (rows > 1) {
+      EXPECT_EQ(view.row(rows - 1)[0], to_pixel(0xF0E0D1));
+    }
+    if (rows % 2 == 1 && rows > 1) {
+      EXPECT_EQ(view.row(rows / 2)[1], to_pixel(0x808080)) << rows;
+    }
     for (int y = 1; y < rows; ++y)
       EXPECT_GE(SplitRGB(to_color(view.row(y)[0])).r, SplitRGB(to_color(view.row(y - 1)[0])).r);
   }
