@@ -23,6 +23,7 @@
 #include "frame/private_timer.h"
 #include "frame/property_objects.h"
 #include "frame/self_sub.h"
+#include "frame/simple_frame.h"
 #include "frame/surface.h"
 
 namespace kestrelon {
@@ -292,6 +293,7 @@ class ControlFrame : public AutomationObject,
   /// The same for a part of the surface, of a control that has a rectangular window.
   void surface_changed(const RECT& part);
   void surface_drawn() { ++full_repaints_; }
+  void part_drawn() { ++part_repaints_; }
   void invalidate();
   void invalidate(const RECT& part);
   /// Shows at once what has been drawn.
@@ -348,6 +350,7 @@ class ControlFrame : public AutomationObject,
                       WPARAM wparam, LPARAM lparam, LPARAM user) override;
   static LRESULT CALLBACK window_procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
   LRESULT dispatch_message(UINT message, WPARAM wparam, LPARAM lparam);
+  LRESULT own_message(UINT message, WPARAM wparam, LPARAM lparam);
   bool handle_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result);
   bool handle_mouse(UINT message, WPARAM wparam, LPARAM lparam);
   bool handle_wheel(UINT message, WPARAM wparam);
@@ -412,6 +415,7 @@ class ControlFrame : public AutomationObject,
   Ambient ambient_;
   ComPtr<IOleClientSite> site_;
   ComPtr<IOleControlSite> control_site_;
+  ComPtr<ISimpleFrameSite> frame_site_;  // of a control that others stand on
   ComPtr<IOleInPlaceSite> in_place_site_;
   ComPtr<IOleInPlaceSiteWindowless> windowless_site_;
   ComPtr<IOleInPlaceFrame> in_place_frame_;

@@ -11,6 +11,8 @@ namespace kestrelon {
 STDMETHODIMP ControlFrame::SetClientSite(IOleClientSite* site) {
   site_ = ComPtr<IOleClientSite>(site);
   control_site_ = query<IOleControlSite>(site);
+  frame_site_.reset();
+  if ((traits_.misc_status & OLEMISC_SIMPLEFRAME) != 0) frame_site_ = query<ISimpleFrameSite>(site);
   if (terminated_) return S_OK;
   return call([&] {
     ambient_.attach(site);

@@ -74,6 +74,12 @@ LRESULT CALLBACK ControlFrame::window_procedure(HWND window, UINT message, WPARA
 }
 
 LRESULT ControlFrame::dispatch_message(UINT message, WPARAM wparam, LPARAM lparam) {
+  FrameFilter filter(frame_site_, window_, message, wparam, lparam);
+  if (filter.taken()) return filter.result();
+  return filter.after(own_message(message, wparam, lparam));
+}
+
+LRESULT ControlFrame::own_message(UINT message, WPARAM wparam, LPARAM lparam) {
   LRESULT result = 0;
   const HWND window = window_;
   try {
@@ -116,7 +122,11 @@ bool ControlFrame::handle_query(UINT message, WPARAM wparam, LPARAM lparam, LRES
       paint_window();
       return true;
     case WM_PRINTCLIENT:
-      draw_to(reinterpret_cast<HDC>(wparam), {0, 0, width_, height_});
+      // What stands on a control that lets through asks it for all that lies behind itself.
+      if (has_alpha())
+        draw_over_parent(reinterpret_cast<HDC>(wparam));
+      else
+        draw_to(reinterpret_cast<HDC>(wparam), {0, 0, width_, height_});
       return true;
     case WM_NCHITTEST: {
       POINT point{GET_X_LPARAM(lparam), GET_Y_LPARAM(lparam)};

@@ -202,6 +202,15 @@ void ContainerWindow::paint_background(HDC hdc) {
 
 void ContainerWindow::paint(HDC hdc) {
   paint_background(hdc);
+  paint_items(hdc);
+}
+
+bool ContainerWindow::has_windowless_items() const {
+  return std::any_of(items_.begin(), items_.end(),
+                     [](const FormItem* item) { return !item->window(); });
+}
+
+void ContainerWindow::paint_items(HDC hdc) {
   const std::vector<FormItem*> bottom_up(items_.rbegin(), items_.rend());
   for (FormItem* item : bottom_up) {
     if (std::find(items_.begin(), items_.end(), item) == items_.end()) continue;
@@ -270,6 +279,18 @@ void ContainerWindow::align_items() {
     }
     item->move(place);
   }
+}
+
+void ContainerWindow::take_items_out() {
+  const std::vector<FormItem*> items = items_;
+  for (FormItem* item : items)
+    if (std::find(items_.begin(), items_.end(), item) != items_.end()) item->leave_container();
+}
+
+void ContainerWindow::put_items_in() {
+  const std::vector<FormItem*> items(items_.rbegin(), items_.rend());
+  for (FormItem* item : items)
+    if (std::find(items_.begin(), items_.end(), item) != items_.end()) item->enter_container();
 }
 
 void ContainerWindow::clip_items() {

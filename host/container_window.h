@@ -33,6 +33,9 @@ class ContainerWindow {
   void align_items();
   /// Tells items whose place is their own how much of it the container shows now.
   void clip_items();
+  /// Before the window goes that the items stand on, and once there is another.
+  void take_items_out();
+  void put_items_in();
   /// Keeps the tip of an item over its place.
   void update_tip(FormItem& item);
 
@@ -40,7 +43,7 @@ class ContainerWindow {
   /// Paints background, picture and windowless items.
   void paint(HDC hdc);
   /// Paints background and picture only, for a windowless item that asks for what lies behind it.
-  void paint_background(HDC hdc);
+  virtual void paint_background(HDC hdc);
 
   /// Capture and focus on behalf of windowless items; null gives them up.
   void set_captured(FormItem* item);
@@ -69,6 +72,14 @@ class ContainerWindow {
   void create_window(const wchar_t* class_name, const std::wstring& caption, DWORD style,
                      DWORD ex_style, const RECT& bounds, HWND parent);
   void destroy_window();
+  /// Takes a window that belongs to another for its own; null lets go of it.
+  void adopt(HWND window) { hwnd_ = window; }
+  /// Hands a message to the windowless item it is for; true when `result` is its answer.
+  bool forward(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result);
+  /// Answers WM_PAINT by one picture of background and windowless items.
+  void on_paint();
+  void paint_items(HDC hdc);
+  bool has_windowless_items() const;
   /// An override answers what it handles and passes the rest on to this one.
   virtual LRESULT on_message(UINT message, WPARAM wparam, LPARAM lparam);
   virtual void paint_over(HDC) {}
@@ -77,8 +88,6 @@ class ContainerWindow {
   static LRESULT CALLBACK window_proc(HWND hwnd, UINT message, WPARAM wparam, LPARAM lparam);
   static void register_class(const wchar_t* class_name);
 
-  void on_paint();
-  bool forward(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result);
   FormItem* target_of_mouse(POINT client);
   FormItem* hit(POINT client);
   static bool send(FormItem* item, UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result);

@@ -1,6 +1,7 @@
 // Life of a hosted control: siting, state, extent, activation, events, ambient members.
 #include "host/control_site.h"
 
+#include "host/contained_box.h"
 #include "host/container_window.h"
 #include "host/extender.h"
 #include "host/form.h"
@@ -57,7 +58,12 @@ HRESULT ControlSite::open(const ControlState& state) {
     send_extent();
   connect();
   read_control_info();
-  return visible() ? activate() : S_OK;
+  if ((misc_status_ & OLEMISC_SIMPLEFRAME) != 0) box_ = std::make_unique<ContainedBox>(*this);
+  if (visible()) return activate();
+  // What others stand on has its window even while it is hidden.
+  hr = box_ ? activate() : S_OK;
+  if (box_ && SUCCEEDED(hr)) verb(OLEIVERB_HIDE);
+  return hr;
 }
 
 HRESULT ControlSite::load(const ControlState& state) {
@@ -96,6 +102,7 @@ void ControlSite::disconnect() {
 
 void ControlSite::on_close() {
   const ComPtr<ControlSite> alive(this);
+  if (box_) form().remove_items_of(*box_);
   disconnect();
   if (in_place_) in_place_->InPlaceDeactivate();
   in_place_.reset();
@@ -124,11 +131,33 @@ HRESULT ControlSite::verb(LONG verb, MSG* message) {
   const ComPtr<ControlSite> alive(this);
   const RECT place = bounds();
   const ComPtr<IOleObject> object = ole_;
-  return object->DoVerb(verb, message, this, 0, container().hwnd(), &place);
+  const HRESULT hr = object->DoVerb(verb, message, this, 0, container().hwnd(), &place);
+  if (!closed()) fill_box();
+  return hr;
+}
+
+ContainerWindow* ControlSite::box() {
+  return box_.get();
+}
+
+// The control's window comes and goes with its activation, and the windows of what stands on it
+// with that.
+void ControlSite::fill_box() {
+  const HWND now = window();
+  if (!box_ || box_->hwnd() == now) return;
+  box_->stand_on(now);
+  if (now) box_->put_items_in();
+}
+
+void ControlSite::clear_box() {
+  if (!box_ || !box_->hwnd()) return;
+  box_->take_items_out();
+  box_->stand_on(nullptr);
 }
 
 HRESULT ControlSite::deactivate() {
   const ComPtr<ControlSite> alive(this);
+  clear_box();
   const ComPtr<IOleInPlaceObject> object = in_place_;
   return object ? object->InPlaceDeactivate() : S_FALSE;
 }

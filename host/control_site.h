@@ -18,6 +18,7 @@
 
 namespace kestrelon::host {
 
+class ContainedBox;
 class Extender;
 class PropertyBag;
 
@@ -90,6 +91,7 @@ class ControlSite final : public ControlSiteBase, public FormItem {
   HWND window() const override;
   IOleInPlaceObjectWindowless* windowless() const override { return windowless_.get(); }
   IViewObjectEx* view() const override { return view_ex_.get(); }
+  ContainerWindow* box() override;
   void draw(HDC hdc) override;
   bool can_focus() const override;
   void take_focus() override;
@@ -188,6 +190,8 @@ class ControlSite final : public ControlSiteBase, public FormItem {
   void read_control_info();
   void handle_event(const std::wstring& event, DISPPARAMS& params);
   RECT clip_rect() const;
+  void fill_box();
+  void clear_box();
 
   ComPtr<IUnknown> control_;
   ComPtr<IOleObject> ole_;
@@ -198,6 +202,7 @@ class ControlSite final : public ControlSiteBase, public FormItem {
   ComPtr<IOleInPlaceObjectWindowless> windowless_;
   ComPtr<IConnectionPoint> notify_point_;
   ComPtr<Extender> extender_;
+  std::unique_ptr<ContainedBox> box_;  // of a control that others stand on
   ComPtr<EventSink> sink_;
   EventHandler handler_;
   std::wstring class_name_;

@@ -1,7 +1,7 @@
 // What a control asks of its place while it is active: window, frame, focus, capture, drawing.
 #include <cmath>
 
-#include "host/container_window.h"
+#include "host/contained_box.h"
 #include "host/control_site.h"
 #include "host/extender.h"
 #include "host/form.h"
@@ -56,7 +56,10 @@ HRESULT ControlSite::OnInPlaceActivateEx(WINBOOL* no_redraw, DWORD flags) {
   if (no_redraw) *no_redraw = FALSE;
   if (closed()) return E_UNEXPECTED;
   in_place_ = control_.as<IOleInPlaceObject>();
-  if (flags & ACTIVATE_WINDOWLESS) windowless_ = control_.as<IOleInPlaceObjectWindowless>();
+  if (flags & ACTIVATE_WINDOWLESS) {
+    windowless_ = control_.as<IOleInPlaceObjectWindowless>();
+    container().invalidate(bounds());
+  }
   return S_OK;
 }
 
@@ -243,12 +246,21 @@ HRESULT ControlSite::ShowPropertyFrame() {
   return S_FALSE;
 }
 
-HRESULT ControlSite::PreMessageFilter(HWND, UINT, WPARAM, LPARAM, LRESULT*, DWORD* cookie) {
-  if (cookie) *cookie = 0;
-  return S_OK;
+HRESULT ControlSite::PreMessageFilter(HWND window, UINT message, WPARAM wparam, LPARAM lparam,
+                                      LRESULT* result, DWORD* cookie) {
+  if (!result || !cookie) return E_POINTER;
+  *cookie = 0;
+  const ComPtr<ControlSite> alive(this);
+  if (closed() || !box_ || box_->hwnd() != window) return S_OK;
+  return box_->before(message, wparam, lparam, *result) ? S_FALSE : S_OK;
 }
-HRESULT ControlSite::PostMessageFilter(HWND, UINT, WPARAM, LPARAM, LRESULT*, DWORD) {
-  return S_FALSE;
+
+HRESULT ControlSite::PostMessageFilter(HWND window, UINT message, WPARAM wparam, LPARAM,
+                                       LRESULT* result, DWORD) {
+  if (!result) return E_POINTER;
+  const ComPtr<ControlSite> alive(this);
+  if (!closed() && box_ && box_->hwnd() == window) box_->after(message, wparam);
+  return S_OK;
 }
 
 }  // namespace kestrelon::host

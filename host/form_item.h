@@ -32,6 +32,8 @@ class FormItem {
   /// The object that takes window messages on behalf of a windowless item, or null.
   virtual IOleInPlaceObjectWindowless* windowless() const { return nullptr; }
   virtual IViewObjectEx* view() const { return nullptr; }
+  /// What other items can stand on, of an item that carries some; null for any other.
+  virtual ContainerWindow* box() { return nullptr; }
   /// Draws an item without a window into its container's surface.
   virtual void draw(HDC) {}
 

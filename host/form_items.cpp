@@ -124,10 +124,8 @@ std::vector<ComPtr<ControlSite>> Form::sites() const {
 
 ContainerWindow& Form::box_of(IDispatch* container) {
   if (container == dispatch()) return *this;
-  for (const auto& item : all_) {
-    auto* box = dynamic_cast<ContainerWindow*>(item.get());
-    if (box && item->dispatch() == container) return *box;
-  }
+  for (const auto& item : all_)
+    if (item->dispatch() == container && item->box()) return *item->box();
   throw ComError(numbered_error(380), L"Invalid property value");
 }
 

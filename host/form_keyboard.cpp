@@ -32,8 +32,11 @@ bool Form::translate(MSG& message) {
 
 bool Form::focusable(const FormItem& item) const {
   // An item inside hidden or disabled boxes takes no focus.
-  const HWND box = item.container().hwnd();
-  return item.can_focus() && IsWindowVisible(box) && IsWindowEnabled(box);
+  HWND box = item.container().hwnd();
+  if (!item.can_focus() || !IsWindowVisible(box)) return false;
+  for (; box != hwnd(); box = GetParent(box))
+    if (!box || !IsWindowEnabled(box)) return false;
+  return IsWindowEnabled(box) != FALSE;
 }
 
 void Form::move_focus(bool backwards) {

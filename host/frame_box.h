@@ -21,6 +21,7 @@ class FrameBox final : public ComObject<IUnknown>, public FormItem, public Conta
   IDispatch* dispatch() override { return dispatch_.get(); }
   IDispatch* container_dispatch() override { return dispatch_.get(); }
   HWND window() const override { return hwnd(); }
+  ContainerWindow* box() override { return this; }
   bool can_focus() const override { return false; }
   void take_focus() override {}
 

@@ -2,6 +2,7 @@
 
 #include "base/resource_ids.h"
 #include "chrome/us_form/us_form.h"
+#include "chrome/us_status_bar/us_status_bar.h"
 #include "chrome/us_tool_bar/us_tool_bar.h"
 #include "controls/us_alpha_image/us_alpha_image.h"
 #include "controls/us_animated_image/us_animated_image.h"
@@ -13,6 +14,8 @@
 #include "controls/us_label/us_label.h"
 #include "controls/us_list_box/us_list_box.h"
 #include "controls/us_option_button/us_option_button.h"
+#include "controls/us_picture_lcd/us_picture_lcd.h"
+#include "controls/us_progress_bar/us_progress_bar.h"
 #include "controls/us_scroll_bar/us_scroll_bar.h"
 #include "controls/us_text_box/us_text_box.h"
 #include "controls/us_tree_view/us_tree_view.h"
@@ -22,6 +25,7 @@
 #include "services/ajax/kn_ajax_win.h"
 #include "services/kn/kn_win.h"
 #include "services/kn_tooltip/kn_tooltip_win.h"
+#include "services/msgbox/kn_msgbox_win.h"
 #include "services/mysql/kn_mysql_win.h"
 #include "services/registry/kn_registry_win.h"
 
@@ -90,6 +94,16 @@ std::span<const ServerClass> server_classes() {
       control<USLabel>(L"Kestrelon: texto, título ou link de formulário", IDB_TOOLBOX_USLABEL,
                        ControlTraits{}.misc_status | OLEMISC_ACTSLIKELABEL | OLEMISC_NOUIACTIVATE),
       control<USFlexGrid>(L"Kestrelon: grade de dados", IDB_TOOLBOX_USFLEXGRID),
+      control<USProgressBar>(L"Kestrelon: barra de progresso com texto e tempo restante",
+                             IDB_TOOLBOX_USPROGRESSBAR,
+                             ControlTraits{}.misc_status | OLEMISC_NOUIACTIVATE),
+      control<USPictureLCD>(L"Kestrelon: painel com dígitos grandes, relógio e contagem regressiva",
+                            IDB_TOOLBOX_USPICTURELCD,
+                            ControlTraits{}.misc_status | OLEMISC_NOUIACTIVATE),
+      service<KN_MSGBOX>(L"Kestrelon: caixa de mensagem com temas"),
+      control<USStatusBar>(L"Kestrelon: barra de status com painéis, relógio e teclas",
+                           IDB_TOOLBOX_USSTATUSBAR,
+                           ControlTraits{}.misc_status | OLEMISC_NOUIACTIVATE),
       control<USForm>(L"Kestrelon: janela com aparência própria", IDB_TOOLBOX_USFORM),
   };
   return kClasses;

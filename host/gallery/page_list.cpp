@@ -15,6 +15,8 @@ const std::vector<PageEntry>& pages() {
       {L"USTreeView", L"Listas", build_us_tree_view_page},
       {L"USTextBox", L"Controles básicos", build_us_text_box_page},
       {L"USLabel", L"Controles básicos", build_us_label_page},
+      {L"USProgressBar", L"Controles básicos", build_us_progress_bar_page},
+      {L"USPictureLCD", L"Controles básicos", build_us_picture_lcd_page},
       {L"Pedido de venda", L"Controles básicos", build_order_entry_page},
       {L"USListBox", L"Listas", build_us_list_box_page},
       {L"c32bppDIB", L"Imagens", build_images_page},
@@ -22,6 +24,8 @@ const std::vector<PageEntry>& pages() {
       {L"USAnimatedImage", L"Imagens", build_animated_image_page},
       {L"USImageList", L"Imagens", build_image_list_page},
       {L"USToolBar", L"Janelas", build_us_tool_bar_page},
+      {L"KN_MSGBOX", L"Janelas", build_message_box_page},
+      {L"USStatusBar", L"Janelas", build_us_status_bar_page},
       {L"USForm", L"Janelas", build_us_form_page},
   };
   return list;

@@ -130,6 +130,50 @@ def us_flex_grid(canvas):
     canvas.frame(1, 1, 15, 14, BORDER)
 
 
+def us_progress_bar(canvas):
+    canvas.rectangle(0, 4, 16, 11, (0xFF, 0xFF, 0xFF))
+    canvas.rectangle(1, 5, 10, 10, vertical((0x9C, 0xE0, 0x90), (0x22, 0xA8, 0x20), 5, 10))
+    canvas.frame(0, 4, 16, 11, BORDER)
+
+
+def us_picture_lcd(canvas):
+    canvas.rectangle(0, 1, 16, 14, vertical((0xF4, 0xF9, 0xFE), (0xCF, 0xE2, 0xF5), 1, 14))
+    canvas.frame(0, 1, 16, 14, BORDER)
+    for left, bars in ((3, "abdeg"), (9, "abcdg")):  # the digits 2 and 3
+        for name, area in {"a": (0, 3, 4, 4), "b": (4, 4, 5, 7), "c": (4, 8, 5, 11), "d": (0, 11, 4, 12), "e": (-1, 8, 0, 11), "g": (0, 7, 4, 8)}.items():
+            if name in bars:
+                canvas.rectangle(left + area[0], area[1], left + area[2], area[3], MARK)
+
+
+def us_group_box(canvas):
+    canvas.rectangle(1, 2, 15, 14, (0xFF, 0xFF, 0xFF))
+    canvas.rectangle(1, 2, 15, 6, vertical((0xF4, 0xF9, 0xFE), (0xB9, 0xD3, 0xEE), 2, 6))
+    canvas.frame(1, 2, 15, 14, BORDER)
+    canvas.rectangle(3, 3, 9, 5, (0x3A, 0x3A, 0x3A))
+    for top in (8, 11):
+        canvas.rectangle(3, top, 5, top + 2, MARK)
+        canvas.rectangle(7, top, 12, top + 1, (0x3A, 0x3A, 0x3A))
+
+
+def us_text_box_ex(canvas):
+    canvas.rectangle(1, 0, 15, 15, (0xFF, 0xFF, 0xFF))
+    canvas.frame(1, 0, 15, 15, BORDER)
+    for top, end in ((3, 11), (6, 9), (9, 11), (12, 7)):
+        canvas.rectangle(3, top, end, top + 1, (0x3A, 0x3A, 0x3A))
+    canvas.rectangle(12, 1, 14, 14, vertical((0xF4, 0xF9, 0xFE), (0xB9, 0xD3, 0xEE), 1, 14))
+    canvas.rectangle(12, 3, 14, 7, (0x5C, 0x94, 0xCC))
+
+def us_status_bar(canvas):
+    canvas.rectangle(0, 5, 16, 13, vertical((0xFD, 0xFE, 0xFF), (0xC4, 0xDA, 0xF0), 5, 13))
+    canvas.frame(0, 5, 16, 13, BORDER)
+    canvas.rectangle(2, 9, 6, 10, (0x3A, 0x3A, 0x3A))
+    canvas.rectangle(7, 6, 8, 12, (0x9C, 0xB8, 0xD8))
+    canvas.rectangle(9, 8, 11, 11, MARK)
+    for step in range(3):  # the grip
+        for column in range(step + 1):
+            canvas.rectangle(14 - column, 9 + step, 15 - column, 10 + step, BORDER)
+
+
 
 def us_form(canvas):
     canvas.rectangle(1, 1, 15, 14, (0xFF, 0xFF, 0xFF))

@@ -11,7 +11,7 @@ constexpr long kItemHeight = 10;
 
 }  // namespace
 
-FrameProbe::FrameProbe() : ControlFrame(ControlTraits{}) {}
+FrameProbe::FrameProbe() : ProbeControl(ControlTraits{}) {}
 
 const ClassInfo& FrameProbe::class_info() const {
   static const ClassInfo kInfo{L"FrameProbe", kProbeClass, kProbeInterface, nullptr};

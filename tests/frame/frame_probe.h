@@ -6,11 +6,11 @@
 #include <vector>
 
 #include "controls/us_button/us_button.h"
-#include "frame/control_frame.h"
 #include "frame/inner/child_edit.h"
 #include "frame/inner/inner_control.h"
 #include "frame/popup/popup.h"
 #include "frame/record_property.h"
+#include "tests/frame/probe_control.h"
 
 namespace kestrelon {
 
@@ -20,10 +20,7 @@ struct ProbePanel {
   bool enabled = true;
 };
 
-class FrameProbe final : public ControlFrame,
-                         public IDispatch,
-                         private ChildEditOwner,
-                         private PopupOwner {
+class FrameProbe final : public ProbeControl, private ChildEditOwner, private PopupOwner {
  public:
   FrameProbe();
 
@@ -47,29 +44,11 @@ class FrameProbe final : public ControlFrame,
 
   bool open_popup(SIZE size);
   Popup& popup() { return popup_; }
-  HWND hwnd() const { return window(); }
   using ControlFrame::focus_within;
   using ControlFrame::pointer_over_window;
   using ControlFrame::set_access_keys;
 
-  // IDispatch, of no use to anybody
-  STDMETHODIMP QueryInterface(REFIID iid, void** out) override { return outer_query(iid, out); }
-  STDMETHODIMP_(ULONG) AddRef() override { return outer_add_ref(); }
-  STDMETHODIMP_(ULONG) Release() override { return outer_release(); }
-  STDMETHODIMP GetTypeInfoCount(UINT* out) override {
-    *out = 0;
-    return S_OK;
-  }
-  STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-  STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
-    return DISP_E_UNKNOWNNAME;
-  }
-  STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
-                      UINT*) override {
-    return DISP_E_MEMBERNOTFOUND;
-  }
   const ClassInfo& class_info() const override;
-  IDispatch* dispatch() override { return this; }
 
  private:
   void window_created() override;

@@ -16,11 +16,14 @@ struct IcoOptions {
   bool (*read_png)(std::span<const uint8_t>, c32bppDIB&) = nullptr;
 };
 
-/// Replaces `out` by the picture of the file that suits the wanted size and depth best.
-///
-/// True if the data is an icon or cursor file, even when the chosen picture cannot be decoded:
-/// `out` is empty then. Formats Icon, IconArgb, PngIcon, Cursor, CursorArgb.
-bool read_ico(std::span<const uint8_t> data, const IcoOptions& options, c32bppDIB& out);
+class cICOparser {
+ public:
+  /// Replaces `out` by the picture of the file that suits the wanted size and depth best.
+  ///
+  /// True if the data is an icon or cursor file, even when the chosen picture cannot be decoded:
+  /// `out` is empty then. Formats Icon, IconArgb, PngIcon, Cursor, CursorArgb.
+  static bool LoadStream(std::span<const uint8_t> data, const IcoOptions& options, c32bppDIB& out);
+};
 
 /// Turns decoded colour rows into an icon's pixels, and settles type and alpha.
 ///
