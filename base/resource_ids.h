@@ -24,6 +24,7 @@
 #define IDB_TOOLBOX_USSTATUSBAR 1065
 #define IDB_TOOLBOX_USCOMBOBOX 1041
 #define IDB_TOOLBOX_USRIBBON 1062
+#define IDB_TOOLBOX_USFORM 1061
 
 #define IDB_CHECK_MARKS 101
 // PNG files under a resource type of their own, "OPTIONBUTTON".

@@ -2,6 +2,7 @@
 
 #include "base/resource_ids.h"
 #include "chrome/us_ribbon/us_ribbon.h"
+#include "chrome/us_form/us_form.h"
 #include "chrome/us_status_bar/us_status_bar.h"
 #include "chrome/us_tool_bar/us_tool_bar.h"
 #include "controls/us_alpha_image/us_alpha_image.h"
@@ -109,6 +110,7 @@ std::span<const ServerClass> server_classes() {
                           IDB_TOOLBOX_USCOMBOBOX),
       control<USRibbon>(L"Kestrelon: faixa de opções com guias, categorias e botões",
                         IDB_TOOLBOX_USRIBBON),
+      control<USForm>(L"Kestrelon: janela com aparência própria", IDB_TOOLBOX_USFORM),
   };
   return kClasses;
 }

@@ -29,6 +29,7 @@ const std::vector<PageEntry>& pages() {
       {L"USStatusBar", L"Janelas", build_us_status_bar_page},
       {L"USRibbon", L"Janelas", build_us_ribbon_page},
       {L"USRibbon estados", L"Janelas", build_us_ribbon_states_page},
+      {L"USForm", L"Janelas", build_us_form_page},
   };
   return list;
 }

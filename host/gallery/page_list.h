@@ -28,5 +28,6 @@ void build_message_box_page(Page& page);
 void build_us_status_bar_page(Page& page);
 void build_us_ribbon_page(Page& page);
 void build_us_ribbon_states_page(Page& page);
+void build_us_form_page(Page& page);
 
 }  // namespace kestrelon::host

@@ -200,6 +200,12 @@ def us_ribbon(canvas):
     canvas.rectangle(7, 6, 11, 10, (0x5C, 0x94, 0xCC))
     canvas.rectangle(12, 6, 13, 12, (0x9C, 0xB8, 0xD8))
     canvas.rectangle(2, 11, 11, 12, (0x9C, 0xB8, 0xD8))
+def us_form(canvas):
+    canvas.rectangle(1, 1, 15, 14, (0xFF, 0xFF, 0xFF))
+    canvas.rectangle(1, 1, 15, 5, vertical((0x5A, 0xA7, 0xDA), (0x3F, 0x95, 0xCF), 1, 5))
+    canvas.rectangle(11, 1, 15, 4, (0xC7, 0x50, 0x50))
+    canvas.rectangle(3, 3, 7, 4, (0xFF, 0xFF, 0xFF))
+    canvas.frame(1, 1, 15, 14, BORDER)
 
 
 ICONS = {name: draw for name, draw in list(globals().items()) if name.startswith("us_")}
