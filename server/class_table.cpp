@@ -1,8 +1,8 @@
 #include "server/class_table.h"
 
 #include "base/resource_ids.h"
-#include "chrome/us_ribbon/us_ribbon.h"
 #include "chrome/us_form/us_form.h"
+#include "chrome/us_ribbon/us_ribbon.h"
 #include "chrome/us_status_bar/us_status_bar.h"
 #include "chrome/us_tool_bar/us_tool_bar.h"
 #include "controls/us_alpha_image/us_alpha_image.h"
