@@ -22,6 +22,7 @@
 #define IDB_TOOLBOX_USMENU 1066
 #define IDB_TOOLBOX_USSYSTRAY 1067
 #define IDB_TOOLBOX_USSTATUSBAR 1065
+#define IDB_TOOLBOX_USTAB 1064
 
 #define IDB_CHECK_MARKS 101
 // PNG files under a resource type of their own, "OPTIONBUTTON".

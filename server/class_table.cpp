@@ -2,6 +2,7 @@
 
 #include "base/resource_ids.h"
 #include "chrome/us_status_bar/us_status_bar.h"
+#include "chrome/us_tab/us_tab.h"
 #include "chrome/us_tool_bar/us_tool_bar.h"
 #include "controls/us_alpha_image/us_alpha_image.h"
 #include "controls/us_animated_image/us_animated_image.h"
@@ -11,10 +12,10 @@
 #include "controls/us_flex_grid/us_flex_grid.h"
 #include "controls/us_image_list/us_image_list.h"
 #include "controls/us_label/us_label.h"
-#include "controls/us_picture_lcd/us_picture_lcd.h"
-#include "controls/us_progress_bar/us_progress_bar.h"
 #include "controls/us_list_box/us_list_box.h"
 #include "controls/us_option_button/us_option_button.h"
+#include "controls/us_picture_lcd/us_picture_lcd.h"
+#include "controls/us_progress_bar/us_progress_bar.h"
 #include "controls/us_scroll_bar/us_scroll_bar.h"
 #include "controls/us_text_box/us_text_box.h"
 #include "controls/us_tree_view/us_tree_view.h"
@@ -103,6 +104,8 @@ std::span<const ServerClass> server_classes() {
       control<USStatusBar>(L"Kestrelon: barra de status com painéis, relógio e teclas",
                            IDB_TOOLBOX_USSTATUSBAR,
                            ControlTraits{}.misc_status | OLEMISC_NOUIACTIVATE),
+      control<USTab>(L"Kestrelon: abas que contêm outros controles", IDB_TOOLBOX_USTAB,
+                     ControlTraits{}.misc_status | OLEMISC_SIMPLEFRAME),
   };
   return kClasses;
 }

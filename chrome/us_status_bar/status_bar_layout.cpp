@@ -27,12 +27,13 @@ std::vector<int64_t> widths_of(std::span<const Item> items, int64_t room) {
   for (size_t i = 0; i < items.size(); ++i) {
     if (!items[i].visible) continue;
     out[i] = own_width(items[i]);
-    if (items[i].sizing == Sizing::kSpring) springs.push_back(i);
-    else room -= out[i];
+    if (items[i].sizing == Sizing::kSpring)
+      springs.push_back(i);
+    else
+      room -= out[i];
   }
-  std::stable_sort(springs.begin(), springs.end(), [&](size_t a, size_t b) {
-    return out[a] > out[b];
-  });
+  std::stable_sort(springs.begin(), springs.end(),
+                   [&](size_t a, size_t b) { return out[a] > out[b]; });
   for (size_t at = 0; at < springs.size(); ++at) {
     const auto left = static_cast<int64_t>(springs.size() - at);
     const int64_t part = room > 0 ? (room + left - 1) / left : 0;
@@ -67,8 +68,7 @@ Arrangement arrange(const Shape& shape, std::span<const Item> items) {
     if (!items[i].visible) continue;
     if (x < out.room.right && widths[i] > 0)
       place = {static_cast<int>(x), out.room.top,
-               static_cast<int>(std::min<int64_t>(x + widths[i], out.room.right)),
-               out.room.bottom};
+               static_cast<int>(std::min<int64_t>(x + widths[i], out.room.right)), out.room.bottom};
     x += widths[i] + gap;
   }
   return out;

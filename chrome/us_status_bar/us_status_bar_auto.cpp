@@ -21,7 +21,8 @@ DateTime local_now(UINT* millisecond = nullptr) {
   GetLocalTime(&now);
   if (millisecond != nullptr) *millisecond = now.wMilliseconds;
   // A leap second that the system may tell is the last of its minute.
-  return {{now.wYear, now.wMonth, now.wDay}, now.wHour, now.wMinute, std::min<int>(now.wSecond, 59)};
+  return {
+      {now.wYear, now.wMonth, now.wDay}, now.wHour, now.wMinute, std::min<int>(now.wSecond, 59)};
 }
 
 std::wstring user_name() {
@@ -80,8 +81,8 @@ void USStatusBar::watch() {
     locks = locks || (panel.visible && panel.is_lock());
     if (panel.style == Panel_User && user_.empty()) user_ = user_name();
   }
-  const bool seen = window() != nullptr && IsWindowVisible(window()) && user_mode() &&
-                    draws() && !SimpleMode.get();
+  const bool seen = window() != nullptr && IsWindowVisible(window()) && user_mode() && draws() &&
+                    !SimpleMode.get();
   if (!seen || (!clocks && !locks)) return stop_watching();
   system_.start([this](SystemWatch::News news) { heard(news); });
   clocks ? set_clock() : clock_.stop();
@@ -108,9 +109,9 @@ void USStatusBar::set_clock() {
   int seconds = 24 * 60 * 60;
   for (const StatusPanel& panel : panels.get())
     if (panel.visible && panel.is_clock())
-      seconds = std::min(seconds,
-                         status_bar::seconds_to_change(static_cast<status_bar::Clock>(panel.style),
-                                                       panel.format, now));
+      seconds =
+          std::min(seconds, status_bar::seconds_to_change(
+                                static_cast<status_bar::Clock>(panel.style), panel.format, now));
   clock_.start(static_cast<UINT>(seconds) * 1000 - std::min(millisecond, 999u) + kLate, [this] {
     const ComPtr<IUnknown> alive(own_unknown());
     clock_ticked();

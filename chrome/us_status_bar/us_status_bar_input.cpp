@@ -93,8 +93,7 @@ void USStatusBar::hover_changed() {
 }
 
 void USStatusBar::mouse_move(short button, short shift, float x, float y) {
-  if (user_mode())
-    set_hot(status_bar::hit(bar_, static_cast<int>(x), static_cast<int>(y)));
+  if (user_mode()) set_hot(status_bar::hit(bar_, static_cast<int>(x), static_cast<int>(y)));
   DisplayControl::mouse_move(button, shift, x, y);
 }
 
@@ -154,8 +153,7 @@ bool USStatusBar::accessible_item(long child, AccessibleItem& item) const {
   name_after(item, text_of(child));
   item.description = panel.tool_tip;
   if (panel.style == Panel_Progress)
-    item.value =
-        decimal_text(status_bar::filled_width(panel.value, panel.most, 100)) + L"%";
+    item.value = decimal_text(status_bar::filled_width(panel.value, panel.most, 100)) + L"%";
   if (panel.is_lock() && lock_on(child)) item.state |= STATE_SYSTEM_CHECKED;
   if (!live(static_cast<int>(child))) item.state |= STATE_SYSTEM_UNAVAILABLE;
   if (area.empty()) item.state |= STATE_SYSTEM_INVISIBLE;

@@ -39,9 +39,9 @@ void USStatusBar::draw() {
   if (SimpleMode.get()) {
     const PixelRect room{bar_.room.left + scale()(4), bar_.room.top, bar_.room.right,
                          bar_.room.bottom};
-    const COLORREF ink = Enabled.get()       ? shown_color(ForeColor.get(), COLOR_BTNTEXT)
+    const COLORREF ink = Enabled.get()     ? shown_color(ForeColor.get(), COLOR_BTNTEXT)
                          : high_contrast() ? GetSysColor(COLOR_GRAYTEXT)
-                                             : kDisabledText;
+                                           : kDisabledText;
     paint_text(SimpleText.get(), room, kTextFlags, ink, false);
   } else if (panels.size() == 0 && !user_mode()) {
     paint_sample();
@@ -56,7 +56,7 @@ void USStatusBar::paint_ground(int left, int right) {
   const PixelView view = surface().pixels();
   fill_band(view, {left, 0, right, height()}, GradientColor1.get(), GradientColor2.get(),
             COLOR_BTNFACE);
-  const COLORREF line = Enabled.get() ? shown_color(BorderColor.get(), COLOR_BTNTEXT)
+  const COLORREF line = Enabled.get()     ? shown_color(BorderColor.get(), COLOR_BTNTEXT)
                         : high_contrast() ? GetSysColor(COLOR_GRAYTEXT)
                                           : kDisabledBorder;
   fill_rect(view, {left, 0, right, scale().line()}, line);
@@ -116,15 +116,13 @@ void USStatusBar::paint_progress(long index, const PixelRect& area) {
   if (frame.empty()) return;
   const bool dim = !live(static_cast<int>(index));
   const long number = Theme.get() < 0 || Theme.get() > 2 ? 2 : static_cast<long>(Theme.get());
-  const ColorRef border = dim && !high_contrast()
-                              ? kDisabledBorder
-                              : shown_color(BorderColor.get(), COLOR_BTNTEXT);
+  const ColorRef border =
+      dim && !high_contrast() ? kDisabledBorder : shown_color(BorderColor.get(), COLOR_BTNTEXT);
   fill_rect(view, frame, border);
   const PixelRect inside{frame.left + line, frame.top + line, frame.right - line,
                          frame.bottom - line};
   fill_rect(view, inside, shown_color(0xFFFFFF, COLOR_WINDOW));
-  const int filled =
-      status_bar::filled_width(panel.value, panel.most, inside.right - inside.left);
+  const int filled = status_bar::filled_width(panel.value, panel.most, inside.right - inside.left);
   const ColorRef full = high_contrast() ? GetSysColor(COLOR_HIGHLIGHT)
                         : dim           ? kDisabledText
                                         : kProgressColors[number];
@@ -144,7 +142,8 @@ void USStatusBar::paint_grip() {
     for (int column = 0; column <= row; ++column) {
       const int x = bar_.grip.right - edge - dot - column * step;
       const int y = bar_.grip.bottom - edge - dot - (2 - row) * step;
-      if (!high_contrast()) fill_rect(view, {x + light, y + light, x + dot + light, y + dot + light}, 0xFFFFFF);
+      if (!high_contrast())
+        fill_rect(view, {x + light, y + light, x + dot + light, y + dot + light}, 0xFFFFFF);
       fill_rect(view, {x, y, x + dot, y + dot}, mark);
     }
 }

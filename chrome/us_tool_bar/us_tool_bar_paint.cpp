@@ -65,7 +65,8 @@ void USToolBar::draw_part(int part) {
 
 void USToolBar::paint_body(int left, int right) {
   const PixelView view = surface().pixels();
-  fill_band(view, {left, 0, right, height()}, GradientColor1.get(), GradientColor2.get(), COLOR_BTNFACE);
+  fill_band(view, {left, 0, right, height()}, GradientColor1.get(), GradientColor2.get(),
+            COLOR_BTNFACE);
   const int line = scale().line();
   fill_rect(view, {left, height() - line, right, height()},
             shown_color(BackColor.get(), COLOR_BTNTEXT));
@@ -92,9 +93,10 @@ void USToolBar::paint_end_panel() {
   const bool lit = hot || pressed_ == tool_bar::kEndPanel;
   if (pressed_ == tool_bar::kEndPanel && hot)
     fill_band(view, area, GradientColorPressRight1.get(), GradientColorPressRight2.get(),
-         COLOR_HIGHLIGHT);
+              COLOR_HIGHLIGHT);
   else if (hot)
-    fill_band(view, area, GradientColorOverRight1.get(), GradientColorOverRight2.get(), COLOR_HIGHLIGHT);
+    fill_band(view, area, GradientColorOverRight1.get(), GradientColorOverRight2.get(),
+              COLOR_HIGHLIGHT);
   else
     fill_band(view, area, RightColor1.get(), RightColor2.get(), COLOR_BTNFACE);
   const ColorRef mark = high_contrast() ? GetSysColor(lit ? COLOR_HIGHLIGHTTEXT : COLOR_BTNTEXT)
@@ -109,7 +111,8 @@ void USToolBar::paint_chevron() {
   if (area.empty()) return;
   const PixelView view = surface().pixels();
   const bool lit = hot_ == tool_bar::kChevron || pressed_ == tool_bar::kChevron;
-  if (lit) fill_band(view, area, GradientColorOver1.get(), GradientColorOver2.get(), COLOR_HIGHLIGHT);
+  if (lit)
+    fill_band(view, area, GradientColorOver1.get(), GradientColorOver2.get(), COLOR_HIGHLIGHT);
   const ColorRef mark = high_contrast() ? GetSysColor(lit ? COLOR_HIGHLIGHTTEXT : COLOR_BTNTEXT)
                                         : TranslateColor(ToolButton::kForeColor);
   const int size = scale()(3), line = scale().line();
@@ -143,7 +146,7 @@ void USToolBar::paint_button(int index) {
     const auto& color2 = over ? GradientColorOver2 : GradientColorDown2;
     fill_rect(view, area, shown_color(BorderPicture.get(), COLOR_HIGHLIGHTTEXT));
     fill_band(view, {area.left + line, area.top + line, area.right - line, area.bottom - line},
-         color1.get(), color2.get(), COLOR_HIGHLIGHT);
+              color1.get(), color2.get(), COLOR_HIGHLIGHT);
   }
   const tool_bar::Face face = tool_bar::face(area, items_[static_cast<size_t>(index - 1)], scale());
   const bool dim = look == Look::kDisabled;

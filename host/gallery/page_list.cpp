@@ -26,6 +26,7 @@ const std::vector<PageEntry>& pages() {
       {L"USToolBar", L"Janelas", build_us_tool_bar_page},
       {L"KN_MSGBOX", L"Janelas", build_message_box_page},
       {L"USStatusBar", L"Janelas", build_us_status_bar_page},
+      {L"USTab", L"Janelas", build_us_tab_page},
   };
   return list;
 }

@@ -25,5 +25,6 @@ void build_us_tree_view_page(Page& page);
 void build_us_tool_bar_page(Page& page);
 void build_message_box_page(Page& page);
 void build_us_status_bar_page(Page& page);
+void build_us_tab_page(Page& page);
 
 }  // namespace kestrelon::host

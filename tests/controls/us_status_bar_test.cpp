@@ -15,14 +15,13 @@ class StatusBarTest : public ControlTest {
   StatusBarTest() : bar_(place(L"USStatusBar", RECT{0, 290, 480, 314})) {}
 
   long call(const wchar_t* name, std::vector<Variant> arguments = {}) {
-    const Variant answer =
-        call_method(bar_->control_dispatch().get(), name, std::move(arguments));
+    const Variant answer = call_method(bar_->control_dispatch().get(), name, std::move(arguments));
     return V_VT(&answer) == VT_EMPTY ? 0 : to_long(answer);
   }
   long add(const wchar_t* caption, const wchar_t* key = L"", long style = 0, long width = 100,
            long sizing = 0) {
-    return call(L"AddPanel", {Variant(style), Variant(caption), Variant(key), Variant(width),
-                              Variant(sizing)});
+    return call(L"AddPanel",
+                {Variant(style), Variant(caption), Variant(key), Variant(width), Variant(sizing)});
   }
   Variant field(const wchar_t* name, long index) {
     return get_property(bar_->control_dispatch().get(), name, {Variant(index)});
@@ -44,8 +43,7 @@ class StatusBarTest : public ControlTest {
     const std::wstring head = event + std::wstring(L"(");
     for (const std::wstring& line : take_log(*bar_))
       if (line.starts_with(head))
-        out.push_back(line.substr(head.size(),
-                                  line.find(L',', line.find(L',') + 1) - head.size()));
+        out.push_back(line.substr(head.size(), line.find(L',', line.find(L',') + 1) - head.size()));
     return out;
   }
   ComPtr<IAccessible> reader() { return query<IAccessible>(bar_->control()); }
@@ -93,8 +91,8 @@ TEST_F(StatusBarTest, ClicksTellPanelAndPlaceAndReleasesElsewhereDoNot) {
   put_field(L"PanelEnabled", 3, Variant(false));
   bring_up(form_);
   click(2);
-  EXPECT_EQ(take_names(*bar_), (Names{L"MouseEnter", L"MouseDown", L"MouseUp", L"PanelClick",
-                                      L"Click"}));
+  EXPECT_EQ(take_names(*bar_),
+            (Names{L"MouseEnter", L"MouseDown", L"MouseUp", L"PanelClick", L"Click"}));
   click(3);
   mouse_move(bar_->window(), left(1) + 5, 12);
   mouse_down();

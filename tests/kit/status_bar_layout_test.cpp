@@ -87,8 +87,7 @@ TEST(StatusBarLayout, AHiddenPanelTakesNeitherRoomNorGap) {
   std::vector<Item> items{fixed(50), fixed(60), fixed(70)};
   items[1].visible = false;
   const Arrangement bar = arrange({400, 24, false, {}}, items);
-  const Arrangement without =
-      arrange({400, 24, false, {}}, std::vector<Item>{items[0], items[2]});
+  const Arrangement without = arrange({400, 24, false, {}}, std::vector<Item>{items[0], items[2]});
   EXPECT_EQ(bar.panels[2], without.panels[1]);
   EXPECT_EQ(hit(bar, bar.panels[2].left, 10), 3);
 }
