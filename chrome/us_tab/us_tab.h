@@ -2,6 +2,8 @@
 // containers: a switch slides all contained controls sideways by a stride.
 #pragma once
 
+#include <functional>
+
 #include "chrome/us_tab/child_watch.h"
 #include "chrome/us_tab/contained_controls.h"
 #include "chrome/us_tab/tab_record.h"
@@ -140,8 +142,7 @@ class USTab final : public USTabGlue<USTab, ControlFrame> {
   void set_active(long index);
   void slide(double twips);
   /// Sends each control to the page that `page_after(page)` tells, as `active_after` is shown.
-  template <class PageAfter>
-  void rearrange(long active_after, PageAfter&& page_after);
+  void rearrange(long active_after, const std::function<long(long)>& page_after);
   void remember_far();
   void recall_far();
   void watch();

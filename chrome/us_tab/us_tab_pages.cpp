@@ -87,8 +87,7 @@ void USTab::slide(double twips) {
   remember_far();
 }
 
-template <class PageAfter>
-void USTab::rearrange(long active_after, PageAfter&& page_after) {
+void USTab::rearrange(long active_after, const std::function<long(long)>& page_after) {
   const auto stride = static_cast<double>(TabOffset.get());
   const long active = active_.get();
   if (stride > 0)
