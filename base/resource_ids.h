@@ -25,6 +25,7 @@
 #define IDB_TOOLBOX_USCOMBOBOX 1041
 #define IDB_TOOLBOX_USRIBBON 1062
 #define IDB_TOOLBOX_USFORM 1061
+#define IDB_TOOLBOX_USTAB 1064
 
 #define IDB_CHECK_MARKS 101
 // PNG files under a resource type of their own, "OPTIONBUTTON".

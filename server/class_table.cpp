@@ -4,6 +4,7 @@
 #include "chrome/us_form/us_form.h"
 #include "chrome/us_ribbon/us_ribbon.h"
 #include "chrome/us_status_bar/us_status_bar.h"
+#include "chrome/us_tab/us_tab.h"
 #include "chrome/us_tool_bar/us_tool_bar.h"
 #include "controls/us_alpha_image/us_alpha_image.h"
 #include "controls/us_animated_image/us_animated_image.h"
@@ -111,6 +112,8 @@ std::span<const ServerClass> server_classes() {
       control<USRibbon>(L"Kestrelon: faixa de opções com guias, categorias e botões",
                         IDB_TOOLBOX_USRIBBON),
       control<USForm>(L"Kestrelon: janela com aparência própria", IDB_TOOLBOX_USFORM),
+      control<USTab>(L"Kestrelon: abas que contêm outros controles", IDB_TOOLBOX_USTAB,
+                     ControlTraits{}.misc_status | OLEMISC_SIMPLEFRAME),
   };
   return kClasses;
 }

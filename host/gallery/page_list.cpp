@@ -30,6 +30,7 @@ const std::vector<PageEntry>& pages() {
       {L"USRibbon", L"Janelas", build_us_ribbon_page},
       {L"USRibbon estados", L"Janelas", build_us_ribbon_states_page},
       {L"USForm", L"Janelas", build_us_form_page},
+      {L"USTab", L"Janelas", build_us_tab_page},
   };
   return list;
 }

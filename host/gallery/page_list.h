@@ -29,5 +29,6 @@ void build_us_status_bar_page(Page& page);
 void build_us_ribbon_page(Page& page);
 void build_us_ribbon_states_page(Page& page);
 void build_us_form_page(Page& page);
+void build_us_tab_page(Page& page);
 
 }  // namespace kestrelon::host

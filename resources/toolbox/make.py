@@ -206,6 +206,17 @@ def us_form(canvas):
     canvas.rectangle(11, 1, 15, 4, (0xC7, 0x50, 0x50))
     canvas.rectangle(3, 3, 7, 4, (0xFF, 0xFF, 0xFF))
     canvas.frame(1, 1, 15, 14, BORDER)
+def us_tab(canvas):
+    canvas.rectangle(1, 5, 15, 14, (0xFF, 0xFF, 0xFF))
+    canvas.frame(1, 5, 15, 14, BORDER)
+    canvas.rectangle(6, 2, 11, 6, vertical((0xF4, 0xF9, 0xFE), (0xB9, 0xD3, 0xEE), 2, 6))
+    canvas.frame(6, 2, 11, 6, BORDER)
+    canvas.rectangle(1, 1, 7, 6, (0xFF, 0xFF, 0xFF))
+    canvas.frame(1, 1, 7, 6, BORDER)
+    canvas.rectangle(2, 5, 6, 6, (0xFF, 0xFF, 0xFF))
+    canvas.rectangle(3, 3, 5, 4, (0x3A, 0x3A, 0x3A))
+    canvas.rectangle(4, 8, 12, 9, (0x9C, 0xB8, 0xD8))
+    canvas.rectangle(4, 11, 10, 12, (0x9C, 0xB8, 0xD8))
 
 
 ICONS = {name: draw for name, draw in list(globals().items()) if name.startswith("us_")}
