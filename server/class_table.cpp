@@ -22,6 +22,7 @@
 #include "services/kn/kn_win.h"
 #include "services/kn_tooltip/kn_tooltip_win.h"
 #include "services/mysql/kn_mysql_win.h"
+#include "services/nt_services/kn_ntservices_win.h"
 #include "services/registry/kn_registry_win.h"
 
 namespace kestrelon {
@@ -89,6 +90,7 @@ std::span<const ServerClass> server_classes() {
       control<USLabel>(L"Kestrelon: texto, título ou link de formulário", IDB_TOOLBOX_USLABEL,
                        ControlTraits{}.misc_status | OLEMISC_ACTSLIKELABEL | OLEMISC_NOUIACTIVATE),
       control<USFlexGrid>(L"Kestrelon: grade de dados", IDB_TOOLBOX_USFLEXGRID),
+      service<KN_NTSERVICES>(L"Kestrelon: serviços do Windows"),
   };
   return kClasses;
 }

@@ -4,7 +4,11 @@
 #include "base/system_file.h"
 #include "services/code_page_win.h"
 #include "services/late_object_win.h"
+<<<<<<< HEAD
 #include "services/mysql/utf8_text.h"
+=======
+#include "services/out_array_win.h"
+>>>>>>> 6edbc4c (Add KN_NTSERVICES: installs, controls and lists Windows services, and runs as one)
 #include "services/registry/binary_text.h"
 #include "services/registry/regedit4.h"
 
@@ -35,27 +39,6 @@ std::wstring otherwise_text(const VARIANT& otherwise) {
       FAILED(VariantCopyInd(&text, const_cast<VARIANT*>(&otherwise))) || !text.change(VT_BSTR))
     return std::wstring(1, L'\0');
   return to_wstring(V_BSTR(&text));
-}
-
-// Puts a new array, from 0, in place of the caller's.
-void replace_array(SAFEARRAY** place, SAFEARRAY* array) {
-  if (array == nullptr) throw std::bad_alloc();
-  if (*place != nullptr && FAILED(SafeArrayDestroy(*place))) {
-    SafeArrayDestroy(array);
-    throw ComError(DISP_E_ARRAYISLOCKED);
-  }
-  *place = array;
-}
-
-template <class Items, class Put>
-void fill_array(SAFEARRAY** place, VARTYPE type, const Items& items, Put&& put) {
-  if (place == nullptr) throw ComError(E_POINTER);
-  SAFEARRAY* const array = SafeArrayCreateVector(type, 0, static_cast<ULONG>(items.size()));
-  if (array != nullptr) {
-    for (LONG i = 0; i < static_cast<LONG>(items.size()); ++i)
-      put(array, i, items[static_cast<size_t>(i)]);
-  }
-  replace_array(place, array);
 }
 
 void put_text(SAFEARRAY* array, LONG index, std::string_view text) {
