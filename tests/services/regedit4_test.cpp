@@ -94,8 +94,7 @@ TEST_F(Regedit4Test, TheFileHasTextsInItsOwnCode) {
   EXPECT_NE(code.decode(file).find("hex(7):22,6F,00,00,62,00,00,00,00,00"), std::string::npos);
   store_.keys.clear();
   ASSERT_TRUE(import_registry(registry_, code.decode(file), code));
-  for (const auto& [key, values] : before)
-    EXPECT_EQ(store_.keys[key], values) << key;
+  for (const auto& [key, values] : before) EXPECT_EQ(store_.keys[key], values) << key;
 }
 
 // A code without letters beyond ASCII, as a machine's page lacks those of other scripts.
