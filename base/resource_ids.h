@@ -16,7 +16,14 @@
 #define IDB_TOOLBOX_USTEXTBOX 1009
 
 #define IDB_TOOLBOX_USLABEL 1045
+#define IDB_TOOLBOX_USPROGRESSBAR 1046
+#define IDB_TOOLBOX_USPICTURELCD 1047
 #define IDB_TOOLBOX_USFLEXGRID 1050
+#define IDB_TOOLBOX_USMENU 1066
+#define IDB_TOOLBOX_USSYSTRAY 1067
+#define IDB_TOOLBOX_USSTATUSBAR 1065
+#define IDB_TOOLBOX_USCOMBOBOX 1041
+#define IDB_TOOLBOX_USRIBBON 1062
 
 #define IDB_CHECK_MARKS 101
 // PNG files under a resource type of their own, "OPTIONBUTTON".
@@ -24,5 +31,17 @@
 
 // What a USImageList shows in the designer: a PNG under RCDATA.
 #define IDP_IMAGE_LIST 129
+
+// The message box: PNG files of 64 pixels under "USMSGBOX", those of 128 a hundred further on, and
+// waves under "SOUNDS"; critical, question, exclamation, information.
+#define IDP_MSGBOX_CRITICAL 101
+#define IDP_MSGBOX_QUESTION 102
+#define IDP_MSGBOX_EXCLAMATION 103
+#define IDP_MSGBOX_INFORMATION 104
+#define IDP_MSGBOX_LARGE 100
+#define IDR_SOUND_CRITICAL 101
+#define IDR_SOUND_QUESTION 102
+#define IDR_SOUND_EXCLAMATION 103
+#define IDR_SOUND_INFORMATION 104
 
 #define IDD_ABOUT 201

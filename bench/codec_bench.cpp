@@ -16,13 +16,10 @@
 #include <stb/stb_image.h>
 #pragma GCC diagnostic pop
 
-#include "imaging/bmp_reader.h"
-#include "imaging/bmp_writer.h"
-#include "imaging/gif_reader.h"
-#include "imaging/gif_writer.h"
+#include "imaging/bmp_parser.h"
+#include "imaging/gif_parser.h"
 #include "imaging/jpeg_writer.h"
-#include "imaging/tga_reader.h"
-#include "imaging/tga_writer.h"
+#include "imaging/tga_parser.h"
 
 namespace kestrelon {
 namespace {
@@ -81,11 +78,11 @@ const Bytes& file(Make make) {
 }
 
 const Bytes& bmp24() {
-  return file([](Bytes& out) { write_bmp(photo(), {}, out); });
+  return file([](Bytes& out) { cBMPparser::SaveAsBMP(photo(), {}, out); });
 }
 const Bytes& bmp32() {
   return file([](Bytes& out) {
-    write_bmp(photo(), {}, out);
+    cBMPparser::SaveAsBMP(photo(), {}, out);
     // The same header with 32 bits, and the pixels as they are.
     const size_t size = static_cast<size_t>(kWidth) * kHeight * 4;
     out.resize(54 + size);
@@ -95,7 +92,7 @@ const Bytes& bmp32() {
 }
 const Bytes& bmp8() {
   return file([](Bytes& out) {
-    write_bmp(drawing(), {}, out);
+    cBMPparser::SaveAsBMP(drawing(), {}, out);
     out.resize(54 + 1024 + static_cast<size_t>(kWidth) * kHeight);
     out[28] = 8;
     out[10] = 0x36, out[11] = 4;
@@ -104,7 +101,7 @@ const Bytes& bmp8() {
   });
 }
 const Bytes& tga24() {
-  return file([](Bytes& out) { write_tga(photo(), {.reduce_bit_depth = true}, out); });
+  return file([](Bytes& out) { cTGAparser::SaveAsTGA(photo(), {.reduce_bit_depth = true}, out); });
 }
 // The drawing has few colours, so a pixel more of them keeps the writer off a palette.
 const Bytes& tga24_runs() {
@@ -113,14 +110,14 @@ const Bytes& tga24_runs() {
     image.InitializeDIB(kWidth, kHeight);
     std::memcpy(image.bits(), drawing().bits(), static_cast<size_t>(kWidth) * kHeight * 4);
     std::memcpy(image.bits(), photo().bits(), 4000);
-    write_tga(image, {.compress = true, .reduce_bit_depth = true}, out);
+    cTGAparser::SaveAsTGA(image, {.compress = true, .reduce_bit_depth = true}, out);
   });
 }
 const Bytes& gif_photo() {
-  return file([](Bytes& out) { write_gif(photo(), {}, out); });
+  return file([](Bytes& out) { cGIFparser::SaveAsGIF(photo(), {}, out); });
 }
 const Bytes& gif_drawing() {
-  return file([](Bytes& out) { write_gif(drawing(), {}, out); });
+  return file([](Bytes& out) { cGIFparser::SaveAsGIF(drawing(), {}, out); });
 }
 
 using Reader = bool (*)(std::span<const uint8_t>, c32bppDIB&);
@@ -193,24 +190,24 @@ void encode(benchmark::State& state, Write write) {
 }
 
 #define CODEC(...) BENCHMARK_CAPTURE(__VA_ARGS__)->Unit(benchmark::kMillisecond)
-CODEC(ours, bmp24, read_bmp, bmp24);
+CODEC(ours, bmp24, cBMPparser::LoadStream, bmp24);
 CODEC(stb, bmp24, bmp24);
-CODEC(ours, bmp32, read_bmp, bmp32);
+CODEC(ours, bmp32, cBMPparser::LoadStream, bmp32);
 CODEC(stb, bmp32, bmp32);
-CODEC(ours, bmp8, read_bmp, bmp8);
+CODEC(ours, bmp8, cBMPparser::LoadStream, bmp8);
 CODEC(stb, bmp8, bmp8);
-CODEC(ours, tga24, read_tga, tga24);
+CODEC(ours, tga24, cTGAparser::LoadStream, tga24);
 CODEC(stb, tga24, tga24);
-CODEC(ours, tga24_runs, read_tga, tga24_runs);
+CODEC(ours, tga24_runs, cTGAparser::LoadStream, tga24_runs);
 CODEC(stb, tga24_runs, tga24_runs);
-CODEC(ours, gif_photo, read_gif, gif_photo);
+CODEC(ours, gif_photo, cGIFparser::LoadStream, gif_photo);
 CODEC(giflib, gif_photo, gif_photo);
 CODEC(stb, gif_photo, gif_photo);
-CODEC(ours, gif_drawing, read_gif, gif_drawing);
+CODEC(ours, gif_drawing, cGIFparser::LoadStream, gif_drawing);
 CODEC(giflib, gif_drawing, gif_drawing);
 CODEC(stb, gif_drawing, gif_drawing);
-CODEC(encode, gif_adaptive, [](Bytes& out) { write_gif(photo(), {}, out); });
-CODEC(encode, gif_exact, [](Bytes& out) { write_gif(drawing(), {}, out); });
+CODEC(encode, gif_adaptive, [](Bytes& out) { cGIFparser::SaveAsGIF(photo(), {}, out); });
+CODEC(encode, gif_exact, [](Bytes& out) { cGIFparser::SaveAsGIF(drawing(), {}, out); });
 CODEC(encode, jpeg_75, [](Bytes& out) { write_jpeg(photo(), {}, out); });
 
 }  // namespace

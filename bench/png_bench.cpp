@@ -14,7 +14,7 @@
 
 #include "imaging/inflate.h"
 #include "imaging/png_chunks.h"
-#include "imaging/png_reader.h"
+#include "imaging/png_parser.h"
 #include "imaging/png_rows.h"
 #include "imaging/png_unfilter.h"
 #include "imaging/png_writer.h"
@@ -97,7 +97,7 @@ Bytes pack(const Picture& p, PackOptions options = {}, const Bytes& palette = {}
 
 bool read_ours(const Bytes& file) {
   c32bppDIB image;
-  return read_png(file, image) && image.has_image();
+  return cPNGparser::LoadStream(file, image) && image.has_image();
 }
 
 bool read_with_libpng(const Bytes& file) {
@@ -271,7 +271,7 @@ void compare_inflate(benchmark::State& state, const Bytes& file) {
 void compare_write(benchmark::State& state, const Picture& picture, PngFilter method) {
   set_zlib_loader(nullptr);
   c32bppDIB image;
-  read_png(pack(picture, {false, PNG_ALL_FILTERS, 1}), image);
+  cPNGparser::LoadStream(pack(picture, {false, PNG_ALL_FILTERS, 1}), image);
   set_zlib_loader(native_zlib);
   PngProperties properties;
   properties.set(PngProperty::FilterMethod, static_cast<int32_t>(method));
@@ -279,7 +279,7 @@ void compare_write(benchmark::State& state, const Picture& picture, PngFilter me
   double ours_ms = 0, theirs_ms = 0;
   for (auto _ : state) {
     double start = cpu_ms();
-    if (!write_png(image, properties, ours)) state.SkipWithError("writing failed");
+    if (!cPNGwriter::Save(image, properties, ours)) state.SkipWithError("writing failed");
     const double spent = cpu_ms() - start;
     ours_ms += spent;
     start = cpu_ms();

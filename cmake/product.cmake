@@ -54,7 +54,8 @@ foreach(idl ${class_idls})
   endif()
   add_custom_command(OUTPUT ${GENERATED}/${name}_glue.h
     COMMAND ${Python3_EXECUTABLE} ${glue_tool} ${idl} ${GENERATED}/${name}_glue.h
-    DEPENDS ${glue_tool} ${idl} VERBATIM)
+            ${CMAKE_SOURCE_DIR}/frame/control_frame.h
+    DEPENDS ${glue_tool} ${idl} ${CMAKE_SOURCE_DIR}/frame/control_frame.h VERBATIM)
   list(APPEND glue_headers ${GENERATED}/${name}_glue.h)
 endforeach()
 add_custom_target(contract DEPENDS ${contract_headers} ${glue_headers})
@@ -84,7 +85,8 @@ add_custom_command(OUTPUT ${GENERATED}/kestrelon2012.manifest
   DEPENDS ${CMAKE_SOURCE_DIR}/tools/manifest.py ${class_idls} ${CMAKE_SOURCE_DIR}/server/kestrelon2012.idl
   VERBATIM)
 file(GLOB_RECURSE resource_files CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/resources/*.bmp
-  ${CMAKE_SOURCE_DIR}/resources/*.png ${CMAKE_SOURCE_DIR}/resources/*.ico)
+  ${CMAKE_SOURCE_DIR}/resources/*.png ${CMAKE_SOURCE_DIR}/resources/*.ico
+  ${CMAKE_SOURCE_DIR}/resources/*.wav)
 set(kestrelon_rc ${CMAKE_SOURCE_DIR}/server/kestrelon2012.rc)
 set_source_files_properties(${kestrelon_rc} PROPERTIES
   COMPILE_OPTIONS "-I${GENERATED};-I${CMAKE_SOURCE_DIR}"

@@ -293,6 +293,7 @@ class ControlFrame : public AutomationObject,
   /// The same for a part of the surface, of a control that has a rectangular window.
   void surface_changed(const RECT& part);
   void surface_drawn() { ++full_repaints_; }
+  void part_drawn() { ++part_repaints_; }
   void invalidate();
   void invalidate(const RECT& part);
   /// Shows at once what has been drawn.

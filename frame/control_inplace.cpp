@@ -85,6 +85,11 @@ HRESULT ControlFrame::activate_in_place() {
     in_place_site_.reset();
     return E_FAIL;
   }
+  // What the control asked for while its window was made, the container may have granted without
+  // telling an object that was not yet active.
+  if (!windowless_)
+    in_place_site_->GetWindowContext(in_place_frame_.put(), in_place_document_.put(), &place, &clip,
+                                     &frame_info);
   SetObjectRects(&place, &clip);
   if (windowless_) {
     scale_ = window_scale(parent);

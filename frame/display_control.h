@@ -32,6 +32,8 @@ class DisplayControl : public ControlFrame {
   virtual void draw() = 0;
   /// The effect of most properties: draw before the next showing.
   void redraw();
+  /// The same without asking for a showing, where one is on its way.
+  void mark_stale() { dirty_ = true; }
   virtual void font_changed() { redraw(); }
   /// A picture given for the pointer; the pointer's number stays unless a control says otherwise.
   virtual void mouse_icon_changed() { apply_mouse_pointer(); }

@@ -74,12 +74,39 @@ class ObjectField final : public RecordField<Record> {
   ComPtr<I> Record::*member_;
 };
 
+/// A value that is a number or a text as the program chooses.
+template <class Record>
+class VariantField final : public RecordField<Record> {
+ public:
+  VariantField(const wchar_t* key, Variant Record::*member) : key_(key), member_(member) {}
+  bool read(BagReader& bag, const std::wstring& index, Record& record) const override {
+    Variant value;
+    if (!bag.read(key_ + index, value)) return false;
+    const bool usable = V_VT(&value) == VT_BSTR || value.change(VT_I4);
+    if (usable) record.*member_ = std::move(value);
+    return true;
+  }
+  void write(BagWriter& bag, const std::wstring& index, const Record& record) const override {
+    bag.write(key_ + index, record.*member_);
+  }
+
+ private:
+  std::wstring key_;
+  Variant Record::*member_;
+};
+
 }  // namespace property_detail
 
 /// A field that is a plain member; its key gets the record's index behind it.
 template <class Record, class T>
 std::unique_ptr<RecordField<Record>> field(const wchar_t* key, T Record::*member) {
   return std::make_unique<property_detail::MemberField<Record, T>>(key, member);
+}
+
+/// A field that is a number or a text.
+template <class Record>
+std::unique_ptr<RecordField<Record>> field(const wchar_t* key, Variant Record::*member) {
+  return std::make_unique<property_detail::VariantField<Record>>(key, member);
 }
 
 /// A field that holds a picture or a font.

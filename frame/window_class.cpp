@@ -11,7 +11,7 @@ struct Registered {
   const wchar_t* name;
   ATOM atom;
 };
-constexpr size_t kMost = 8;
+constexpr size_t kMost = 16;
 Registered registered[kMost];
 size_t count = 0;
 

@@ -1,11 +1,11 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "imaging/bmp_reader.h"
+#include "imaging/bmp_parser.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   kestrelon::c32bppDIB image;
-  const bool read = kestrelon::read_bmp({data, size}, image);
+  const bool read = kestrelon::cBMPparser::LoadStream({data, size}, image);
   if (!read && image.has_image()) __builtin_trap();
   return 0;
 }

@@ -1,7 +1,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "imaging/ico_reader.h"
+#include "imaging/ico_parser.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   kestrelon::c32bppDIB image;
@@ -10,7 +10,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   kestrelon::IcoOptions options;
   options.cx = options.cy = data[0] & 0x7F;
   options.depth = (data[0] & 0x80) != 0 ? 32 : 4;
-  const bool read = kestrelon::read_ico({data + 1, size - 1}, options, image);
+  const bool read = kestrelon::cICOparser::LoadStream({data + 1, size - 1}, options, image);
   if (!read && image.has_image()) __builtin_trap();
   return 0;
 }

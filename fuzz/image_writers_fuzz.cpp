@@ -5,14 +5,11 @@
 #include <cstring>
 #include <vector>
 
-#include "imaging/bmp_reader.h"
-#include "imaging/bmp_writer.h"
-#include "imaging/gif_reader.h"
-#include "imaging/gif_writer.h"
+#include "imaging/bmp_parser.h"
+#include "imaging/gif_parser.h"
 #include "imaging/jpeg_writer.h"
 #include "imaging/premultiply.h"
-#include "imaging/tga_reader.h"
-#include "imaging/tga_writer.h"
+#include "imaging/tga_parser.h"
 
 using namespace kestrelon;
 
@@ -49,16 +46,17 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
 
   std::vector<uint8_t> file;
   const bool exact = !transparent_everywhere(image);
-  expect(write_bmp(image, {.keep_premultiplied = true, .fill_colour = 0}, file));
-  expect(read_bmp(file, back) && (!exact || same_pixels(image, back)));
-  expect(write_bmp(image, {.keep_premultiplied = false, .fill_colour = 0x123456}, file));
-  expect(read_bmp(file, back) && back.Alpha() == AlphaType::None);
-  expect(write_tga(image, {(flags & 1) != 0, (flags & 2) != 0, true}, file));
-  expect(read_tga(file, back) && (!exact || same_pixels(image, back)));
-  expect(write_tga(image, {(flags & 1) != 0, (flags & 2) != 0, false}, file));
-  expect(read_tga(file, back) && back.Width() == image.Width());
-  expect(write_gif(image, {(flags & 4) != 0, data[3]}, file));
-  expect(read_gif(file, back) && back.Height() == image.Height());
+  expect(cBMPparser::SaveAsBMP(image, {.keep_premultiplied = true, .fill_colour = 0}, file));
+  expect(cBMPparser::LoadStream(file, back) && (!exact || same_pixels(image, back)));
+  expect(
+      cBMPparser::SaveAsBMP(image, {.keep_premultiplied = false, .fill_colour = 0x123456}, file));
+  expect(cBMPparser::LoadStream(file, back) && back.Alpha() == AlphaType::None);
+  expect(cTGAparser::SaveAsTGA(image, {(flags & 1) != 0, (flags & 2) != 0, true}, file));
+  expect(cTGAparser::LoadStream(file, back) && (!exact || same_pixels(image, back)));
+  expect(cTGAparser::SaveAsTGA(image, {(flags & 1) != 0, (flags & 2) != 0, false}, file));
+  expect(cTGAparser::LoadStream(file, back) && back.Width() == image.Width());
+  expect(cGIFparser::SaveAsGIF(image, {(flags & 4) != 0, data[3]}, file));
+  expect(cGIFparser::LoadStream(file, back) && back.Height() == image.Height());
   expect(write_jpeg(image, {data[4] % 101, data[5] * 0x010203u}, file));
   return 0;
 }

@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "imaging/png_reader.h"
+#include "imaging/png_parser.h"
 #include "tests/imaging/png_test_tools.h"
 
 using namespace kestrelon;
@@ -45,7 +45,7 @@ void require_same(const c32bppDIB& a, const c32bppDIB& b) {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   c32bppDIB image;
   set_zlib_loader(nullptr);
-  const bool taken = read_png({data, size}, image);
+  const bool taken = cPNGparser::LoadStream({data, size}, image);
   if (image.has_image()) {
     require(taken && image.ImageType() == ImageFormat::Png);
     require_sound(image);
@@ -56,7 +56,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
                                   ZlibLoader{without_check_values<png_test::native_zlib>}}) {
     set_zlib_loader(loader);
     c32bppDIB other;
-    require(read_png({data, size}, other) == taken);
+    require(cPNGparser::LoadStream({data, size}, other) == taken);
     require_same(image, other);
   }
   return 0;

@@ -1,11 +1,11 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "imaging/tga_reader.h"
+#include "imaging/tga_parser.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   kestrelon::c32bppDIB image;
-  const bool read = kestrelon::read_tga({data, size}, image);
+  const bool read = kestrelon::cTGAparser::LoadStream({data, size}, image);
   if (!read && image.has_image()) __builtin_trap();
   return 0;
 }

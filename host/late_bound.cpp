@@ -234,9 +234,9 @@ Variant invoke(IDispatch* object, const wchar_t* name, WORD flags, std::vector<V
 Variant get_property(IDispatch* object, const wchar_t* name, std::vector<Variant> arguments) {
   return invoke(object, name, DISPATCH_PROPERTYGET | DISPATCH_METHOD, std::move(arguments));
 }
-void put_property(IDispatch* object, const wchar_t* name, const Variant& value) {
+void put_property(IDispatch* object, const wchar_t* name, const Variant& value,
+                  std::vector<Variant> arguments) {
   const bool by_reference = value.vt == VT_DISPATCH || value.vt == VT_UNKNOWN;
-  std::vector<Variant> arguments;
   arguments.push_back(value);
   try {
     invoke(object, name, by_reference ? DISPATCH_PROPERTYPUTREF : DISPATCH_PROPERTYPUT, arguments);

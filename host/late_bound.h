@@ -102,7 +102,9 @@ std::wstring lower_case(std::wstring_view text);
 /// Late-bound use of any object, for the host itself and its tests. Errors throw ComError with the
 /// text that the object gave.
 Variant get_property(IDispatch* object, const wchar_t* name, std::vector<Variant> arguments = {});
-void put_property(IDispatch* object, const wchar_t* name, const Variant& value);
+/// `arguments` are those of an indexed property.
+void put_property(IDispatch* object, const wchar_t* name, const Variant& value,
+                  std::vector<Variant> arguments = {});
 Variant call_method(IDispatch* object, const wchar_t* name, std::vector<Variant> arguments = {});
 
 }  // namespace kestrelon::host

@@ -1,4 +1,4 @@
-#include "imaging/bmp_reader.h"
+#include "imaging/bmp_parser.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -168,7 +168,7 @@ bool decode(std::span<const uint8_t> data, c32bppDIB& out) {
 
 }  // namespace
 
-bool read_bmp(std::span<const uint8_t> data, c32bppDIB& out) {
+bool cBMPparser::LoadStream(std::span<const uint8_t> data, c32bppDIB& out) {
   if (decode(data, out)) return true;
   out.DestroyDIB();
   return false;

@@ -1,4 +1,4 @@
-#include "imaging/bmp_writer.h"
+#include "imaging/bmp_parser.h"
 
 #include <algorithm>
 
@@ -34,7 +34,8 @@ void drop_alpha(uint8_t* dst, const uint8_t* src, size_t count) {
 
 }  // namespace
 
-bool write_bmp(const c32bppDIB& image, const BmpOptions& options, std::vector<uint8_t>& out) {
+bool cBMPparser::SaveAsBMP(const c32bppDIB& image, const BmpOptions& options,
+                           std::vector<uint8_t>& out) {
   out.clear();
   if (!image.has_image()) return false;
   const AlphaType alpha = scan_alpha(image);

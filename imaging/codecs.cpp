@@ -2,37 +2,35 @@
 
 #include <utility>
 
-#include "imaging/bmp_reader.h"
-#include "imaging/bmp_writer.h"
+#include "imaging/bmp_parser.h"
 #include "imaging/c32bpp_dib.h"
-#include "imaging/gif_reader.h"
-#include "imaging/gif_writer.h"
-#include "imaging/ico_reader.h"
+#include "imaging/gif_parser.h"
+#include "imaging/ico_parser.h"
 #include "imaging/jpeg_writer.h"
-#include "imaging/png_reader.h"
+#include "imaging/png_parser.h"
 #include "imaging/png_writer.h"
-#include "imaging/tga_reader.h"
-#include "imaging/tga_writer.h"
+#include "imaging/tga_parser.h"
 
 namespace kestrelon {
 namespace {
 
 bool png(std::span<const uint8_t> data, c32bppDIB& out) {
-  return read_png(data, out);
+  return cPNGparser::LoadStream(data, out);
 }
 
 bool icon(std::span<const uint8_t> data, const LoadOptions& options, c32bppDIB& out) {
-  return read_ico(data, {options.icon_cx, options.icon_cy, options.icon_bit_depth, png}, out);
+  return cICOparser::LoadStream(
+      data, {options.icon_cx, options.icon_cy, options.icon_bit_depth, png}, out);
 }
 
 bool bmp_to(const c32bppDIB& image, bool keep_premultiplied, int32_t fill_color,
             std::vector<uint8_t>& out) {
-  return write_bmp(image, {keep_premultiplied, static_cast<uint32_t>(fill_color)}, out);
+  return cBMPparser::SaveAsBMP(image, {keep_premultiplied, static_cast<uint32_t>(fill_color)}, out);
 }
 
 bool png_to(const c32bppDIB& image, std::vector<uint8_t>& out) {
   const PngProperties* const properties = image.png_properties();
-  return write_png(image, properties ? *properties : PngProperties(), out);
+  return cPNGwriter::Save(image, properties ? *properties : PngProperties(), out);
 }
 
 bool jpeg_to(const c32bppDIB& image, uint8_t quality, int32_t fill_color,
@@ -42,21 +40,21 @@ bool jpeg_to(const c32bppDIB& image, uint8_t quality, int32_t fill_color,
 
 bool gif_to(const c32bppDIB& image, bool adaptive_palette, int32_t tolerance,
             std::vector<uint8_t>& out) {
-  return write_gif(image, {adaptive_palette, tolerance}, out);
+  return cGIFparser::SaveAsGIF(image, {adaptive_palette, tolerance}, out);
 }
 
 bool tga_to(const c32bppDIB& image, bool compress, bool reduce_depth, bool premultiplied,
             std::vector<uint8_t>& out) {
-  return write_tga(image, {compress, reduce_depth, premultiplied}, out);
+  return cTGAparser::SaveAsTGA(image, {compress, reduce_depth, premultiplied}, out);
 }
 
 ImageCodecs own_codecs() {
   ImageCodecs codecs;
   codecs.read_png = png;
-  codecs.read_gif = read_gif;
+  codecs.read_gif = cGIFparser::LoadStream;
   codecs.read_ico = icon;
-  codecs.read_bmp = read_bmp;
-  codecs.read_tga = read_tga;
+  codecs.read_bmp = cBMPparser::LoadStream;
+  codecs.read_tga = cTGAparser::LoadStream;
   codecs.write_bmp = bmp_to;
   codecs.write_png = png_to;
   codecs.write_jpeg = jpeg_to;

@@ -1,4 +1,4 @@
-#include "imaging/gif_reader.h"
+#include "imaging/gif_parser.h"
 
 #include <algorithm>
 
@@ -98,7 +98,7 @@ bool decode(std::span<const uint8_t> data, c32bppDIB& out) {
 
 }  // namespace
 
-bool read_gif(std::span<const uint8_t> data, c32bppDIB& out) {
+bool cGIFparser::LoadStream(std::span<const uint8_t> data, c32bppDIB& out) {
   if (decode(data, out)) return true;
   out.DestroyDIB();
   return false;

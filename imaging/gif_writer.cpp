@@ -1,4 +1,4 @@
-#include "imaging/gif_writer.h"
+#include "imaging/gif_parser.h"
 
 #include <algorithm>
 
@@ -152,7 +152,8 @@ void write_table(ByteWriter& out, const std::vector<uint32_t>& table, int bits) 
 
 }  // namespace
 
-bool write_gif(const c32bppDIB& image, const GifOptions& options, std::vector<uint8_t>& out) {
+bool cGIFparser::SaveAsGIF(const c32bppDIB& image, const GifOptions& options,
+                           std::vector<uint8_t>& out) {
   out.clear();
   if (!image.has_image() || image.Width() > 0xFFFF || image.Height() > 0xFFFF) return false;
   const Indexed picture = make_indexed(image, options);

@@ -1,4 +1,4 @@
-#include "imaging/ico_reader.h"
+#include "imaging/ico_parser.h"
 
 #include <algorithm>
 #include <cstring>
@@ -87,7 +87,8 @@ void apply_icon_mask(c32bppDIB& image, int32_t bit_count, std::span<const uint8_
   image.set_alpha(classify_alpha(image.bits(), count, false, ignored));
 }
 
-bool read_ico(std::span<const uint8_t> data, const IcoOptions& options, c32bppDIB& out) {
+bool cICOparser::LoadStream(std::span<const uint8_t> data, const IcoOptions& options,
+                            c32bppDIB& out) {
   out.DestroyDIB();
   const auto directory = icon_entries(data);
   if (!directory) return false;

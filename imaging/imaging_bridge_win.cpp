@@ -9,7 +9,7 @@
 #include "imaging/jpeg_size.h"
 #include "imaging/memory_stream_win.h"
 #include "imaging/picture_convert_win.h"
-#include "imaging/png_reader.h"
+#include "imaging/png_parser.h"
 #include "imaging/zlib_api.h"
 #include "imaging/zlib_api_win.h"
 

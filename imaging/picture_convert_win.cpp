@@ -10,7 +10,7 @@
 #include "imaging/alpha_classify.h"
 #include "imaging/dib_section_win.h"
 #include "imaging/flatten.h"
-#include "imaging/ico_reader.h"
+#include "imaging/ico_parser.h"
 #include "imaging/premultiply.h"
 
 namespace kestrelon {

@@ -1,4 +1,4 @@
-#include "imaging/png_reader.h"
+#include "imaging/png_parser.h"
 
 #include <algorithm>
 #include <cstring>
@@ -132,7 +132,7 @@ void set_platform_png_decoder(PlatformPngDecoder decoder) {
   platform_decoder() = std::move(decoder);
 }
 
-bool read_png(std::span<const uint8_t> file, c32bppDIB& out, PngSource source) {
+bool cPNGparser::LoadStream(std::span<const uint8_t> file, c32bppDIB& out, PngSource source) {
   if (source == PngSource::File && file.size() <= kLargestDeclinedFile) return false;
   if (file.size() < png::kSignature.size() ||
       std::memcmp(file.data(), png::kSignature.data(), png::kSignature.size()) != 0) {

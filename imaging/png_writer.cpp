@@ -220,15 +220,17 @@ bool write_to(std::vector<uint8_t>& out, const c32bppDIB& image, const PngProper
 
 }  // namespace
 
-bool write_png(const c32bppDIB& image, const PngProperties& properties, const PngOutput& output) {
+bool cPNGwriter::Save(const c32bppDIB& image, const PngProperties& properties,
+                      const PngOutput& output) {
   return write(image, properties, output, false);
 }
 
-bool write_png(const c32bppDIB& image, const PngProperties& properties, std::vector<uint8_t>& out) {
+bool cPNGwriter::Save(const c32bppDIB& image, const PngProperties& properties,
+                      std::vector<uint8_t>& out) {
   return write_to(out, image, properties, false);
 }
 
-bool write_exact_png(const c32bppDIB& image, std::vector<uint8_t>& out) {
+bool cPNGwriter::SaveExact(const c32bppDIB& image, std::vector<uint8_t>& out) {
   return write_to(out, image, PngProperties(), true);
 }
 

@@ -1,4 +1,4 @@
-// The PNG writer (`cPNGwriter`).
+// The PNG writer.
 #pragma once
 
 #include <cstdint>
@@ -14,19 +14,22 @@ namespace kestrelon {
 /// Takes the next bytes of the file; false ends the save.
 using PngOutput = std::function<bool(std::span<const uint8_t> bytes)>;
 
-/// Writes `image` as PNG with the texts, date, background and filter of `properties`. Colours are
-/// straight in the file: stored * 255 / alpha, truncated. The colour type is the smallest plain one
-/// that fits: palette, RGB, RGB with a transparent colour, RGBA.
-///
-/// False without pixels, without zlib (compress2 and crc32), when memory is short or when `output`
-/// answers false; it may then have got part of the file.
-bool write_png(const c32bppDIB& image, const PngProperties& properties, const PngOutput& output);
-
-/// The same into `out`, which is replaced, and left empty on failure.
-bool write_png(const c32bppDIB& image, const PngProperties& properties, std::vector<uint8_t>& out);
-
-/// The same without properties, with straight colours rounded up: read_png gives back equal pixels,
-/// also where they are partly transparent.
-bool write_exact_png(const c32bppDIB& image, std::vector<uint8_t>& out);
+class cPNGwriter {
+ public:
+  /// Writes `image` as PNG with the texts, date, background and filter of `properties`. Colours are
+  /// straight in the file: stored * 255 / alpha, truncated. The colour type is the smallest plain
+  /// one that fits: palette, RGB, RGB with a transparent colour, RGBA.
+  ///
+  /// False without pixels, without zlib (compress2 and crc32), when memory is short or when
+  /// `output` answers false; it may then have got part of the file.
+  static bool Save(const c32bppDIB& image, const PngProperties& properties,
+                   const PngOutput& output);
+  /// The same into `out`, which is replaced, and left empty on failure.
+  static bool Save(const c32bppDIB& image, const PngProperties& properties,
+                   std::vector<uint8_t>& out);
+  /// The same without properties, with straight colours rounded up: cPNGparser gives back equal
+  /// pixels, also where they are partly transparent.
+  static bool SaveExact(const c32bppDIB& image, std::vector<uint8_t>& out);
+};
 
 }  // namespace kestrelon

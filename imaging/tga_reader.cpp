@@ -1,4 +1,4 @@
-#include "imaging/tga_reader.h"
+#include "imaging/tga_parser.h"
 
 #include <algorithm>
 #include <cstring>
@@ -278,7 +278,7 @@ bool decode(std::span<const uint8_t> data, c32bppDIB& out) {
 
 }  // namespace
 
-bool read_tga(std::span<const uint8_t> data, c32bppDIB& out) {
+bool cTGAparser::LoadStream(std::span<const uint8_t> data, c32bppDIB& out) {
   if (decode(data, out)) return true;
   out.DestroyDIB();
   return false;

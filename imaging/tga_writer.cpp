@@ -1,4 +1,4 @@
-#include "imaging/tga_writer.h"
+#include "imaging/tga_parser.h"
 
 #include <algorithm>
 #include <cstring>
@@ -162,7 +162,8 @@ void write_tail(const Plan& plan, std::vector<uint8_t>& out) {
 
 }  // namespace
 
-bool write_tga(const c32bppDIB& image, const TgaOptions& options, std::vector<uint8_t>& out) {
+bool cTGAparser::SaveAsTGA(const c32bppDIB& image, const TgaOptions& options,
+                           std::vector<uint8_t>& out) {
   out.clear();
   if (!image.has_image() || image.Width() > 0xFFFF || image.Height() > 0xFFFF) return false;
   const Plan plan = make_plan(image, options);

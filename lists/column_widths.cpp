@@ -47,6 +47,7 @@ std::vector<ColumnPiece> split_columns(std::wstring_view text, const std::vector
 }
 
 std::wstring_view column_text(std::wstring_view text, int column) {
+  if (column == kWholeText) return text;
   for (; column > 0; --column) {
     const size_t tab = text.find(L'\t');
     if (tab == std::wstring_view::npos) return {};

@@ -23,6 +23,8 @@ struct ColumnPiece {
 std::vector<ColumnPiece> split_columns(std::wstring_view text, const std::vector<int>& widths,
                                        const PixelRect& area, bool mirrored);
 
+/// In place of a column: the text with all of them.
+inline constexpr int kWholeText = -1;
 /// The piece of a column, empty beyond the last; of column 0 without a tab the whole text.
 std::wstring_view column_text(std::wstring_view text, int column);
 

@@ -25,7 +25,8 @@ struct Completed {
 
 /// The first item that begins with what was typed, case and accents ignored; nothing for an empty
 /// text, without such an item, and where nothing would be added.
-std::optional<Completed> complete(const ListStore& store, std::wstring_view typed);
+std::optional<Completed> complete(const ListStore& store, std::wstring_view typed,
+                                  int column = kWholeText);
 
 /// How a list of suggestions is filtered.
 inline SearchMode suggestion_search(CompleteMode mode) {

@@ -47,6 +47,20 @@ int ListModel::nearest(int row, bool down) const {
   return -1;
 }
 
+int ListModel::find_choice(const TextMatcher& matcher, int start, int column) const {
+  for (int i = start; store_.has(i); ++i) {
+    i = store_.find(matcher, i, column);
+    if (i < 0 || (shows(i) && selectable(i))) return i;
+  }
+  return -1;
+}
+
+int ListModel::find_ahead(const TextMatcher& matcher, bool from_next, int column) const {
+  const int start = std::max(current_, 0) + (from_next && current_ >= 0 ? 1 : 0);
+  const int found = find_choice(matcher, start, column);
+  return found >= 0 ? found : find_choice(matcher, 0, column);
+}
+
 int ListModel::step(int rows) const {
   if (row_count() == 0) return -1;
   if (current_ < 0) return nearest(rows > 0 ? 0 : row_count() - 1, rows > 0);

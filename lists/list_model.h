@@ -45,7 +45,9 @@ class ListModel {
   bool set_visible(int index, bool visible) {
     return store_.set_flag(index, ItemFlag::kHidden, !visible);
   }
-  bool filter(const TextMatcher& matcher) { return store_.hide_others(matcher); }
+  bool filter(const TextMatcher& matcher, int column = kWholeText) {
+    return store_.hide_others(matcher, column);
+  }
   bool filter_off() { return store_.show_all(); }
   int new_index() const { return new_index_; }
 
@@ -73,6 +75,10 @@ class ListModel {
   int step(int rows) const;
   /// The item that can be chosen next to `row`, looked for downwards or upwards first.
   int nearest(int row, bool down) const;
+  /// The first item from `start` on that matches, shows and can be chosen; -1 if there is none.
+  int find_choice(const TextMatcher& matcher, int start, int column = kWholeText) const;
+  /// The same for a key typed ahead: from the current item or the next one on, and around the end.
+  int find_ahead(const TextMatcher& matcher, bool from_next, int column = kWholeText) const;
 
  private:
   uint32_t bit(int index) const {

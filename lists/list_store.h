@@ -11,6 +11,7 @@
 
 #include "lists/bit_set.h"
 #include "lists/collation.h"
+#include "lists/column_widths.h"
 #include "lists/list_entry.h"
 #include "lists/text_arena.h"
 #include "lists/text_match.h"
@@ -62,10 +63,11 @@ class ListStore {
   void sort(bool descending);
   /// Where a text would stand in a sorted list, behind its equals. The list must be sorted upwards.
   int sorted_position(std::wstring_view text);
-  /// The first item from `start` on that matches, -1 if none; a start out of range is 0.
-  int find(const TextMatcher& matcher, int start = 0) const;
+  /// The first item from `start` on that matches, -1 if none; a start out of range is 0. A column
+  /// is the piece of a text between its tabs.
+  int find(const TextMatcher& matcher, int start = 0, int column = kWholeText) const;
   /// Hides what does not match, shows nothing. True when that changed something.
-  bool hide_others(const TextMatcher& matcher);
+  bool hide_others(const TextMatcher& matcher, int column = kWholeText);
   bool show_all();
 
   /// The positions of the shown items, upwards. Valid until the next change.

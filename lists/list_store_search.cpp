@@ -10,22 +10,23 @@ void ListStore::fetch_ahead(int index) const {
   if (has(index + kTexts)) __builtin_prefetch(text_of(items_[slot(index + kTexts)]).data());
 }
 
-int ListStore::find(const TextMatcher& matcher, int start) const {
+int ListStore::find(const TextMatcher& matcher, int start, int column) const {
   if (matcher.matches_nothing()) return -1;
   for (int i = has(start) ? start : 0; i < count(); ++i) {
     fetch_ahead(i);
-    if (matcher.matches(text_of(items_[slot(i)]))) return i;
+    if (matcher.matches(column_text(text_of(items_[slot(i)]), column))) return i;
   }
   return -1;
 }
 
-bool ListStore::hide_others(const TextMatcher& matcher) {
+bool ListStore::hide_others(const TextMatcher& matcher, int column) {
   if (matcher.matches_nothing()) return false;
   const int before = hidden_;
   for (int i = 0; i < count(); ++i) {
     fetch_ahead(i);
     ListEntry& item = items_[slot(i)];
-    if (item.has(ItemFlag::kHidden) || matcher.matches(text_of(item))) continue;
+    if (item.has(ItemFlag::kHidden) || matcher.matches(column_text(text_of(item), column)))
+      continue;
     item.flags |= static_cast<uint8_t>(ItemFlag::kHidden);
     ++hidden_;
   }

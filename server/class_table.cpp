@@ -1,17 +1,22 @@
 #include "server/class_table.h"
 
 #include "base/resource_ids.h"
+#include "chrome/us_ribbon/us_ribbon.h"
+#include "chrome/us_status_bar/us_status_bar.h"
 #include "chrome/us_tool_bar/us_tool_bar.h"
 #include "controls/us_alpha_image/us_alpha_image.h"
 #include "controls/us_animated_image/us_animated_image.h"
 #include "controls/us_button/us_button.h"
 #include "controls/us_calendar/us_calendar.h"
 #include "controls/us_check_box/us_check_box.h"
+#include "controls/us_combo_box/us_combo_box.h"
 #include "controls/us_flex_grid/us_flex_grid.h"
 #include "controls/us_image_list/us_image_list.h"
 #include "controls/us_label/us_label.h"
 #include "controls/us_list_box/us_list_box.h"
 #include "controls/us_option_button/us_option_button.h"
+#include "controls/us_picture_lcd/us_picture_lcd.h"
+#include "controls/us_progress_bar/us_progress_bar.h"
 #include "controls/us_scroll_bar/us_scroll_bar.h"
 #include "controls/us_text_box/us_text_box.h"
 #include "controls/us_tree_view/us_tree_view.h"
@@ -21,6 +26,7 @@
 #include "services/ajax/kn_ajax_win.h"
 #include "services/kn/kn_win.h"
 #include "services/kn_tooltip/kn_tooltip_win.h"
+#include "services/msgbox/kn_msgbox_win.h"
 #include "services/mysql/kn_mysql_win.h"
 #include "services/nt_services/kn_ntservices_win.h"
 #include "services/registry/kn_registry_win.h"
@@ -90,6 +96,20 @@ std::span<const ServerClass> server_classes() {
       control<USLabel>(L"Kestrelon: texto, título ou link de formulário", IDB_TOOLBOX_USLABEL,
                        ControlTraits{}.misc_status | OLEMISC_ACTSLIKELABEL | OLEMISC_NOUIACTIVATE),
       control<USFlexGrid>(L"Kestrelon: grade de dados", IDB_TOOLBOX_USFLEXGRID),
+      control<USProgressBar>(L"Kestrelon: barra de progresso com texto e tempo restante",
+                             IDB_TOOLBOX_USPROGRESSBAR,
+                             ControlTraits{}.misc_status | OLEMISC_NOUIACTIVATE),
+      control<USPictureLCD>(L"Kestrelon: painel com dígitos grandes, relógio e contagem regressiva",
+                            IDB_TOOLBOX_USPICTURELCD,
+                            ControlTraits{}.misc_status | OLEMISC_NOUIACTIVATE),
+      service<KN_MSGBOX>(L"Kestrelon: caixa de mensagem com temas"),
+      control<USStatusBar>(L"Kestrelon: barra de status com painéis, relógio e teclas",
+                           IDB_TOOLBOX_USSTATUSBAR,
+                           ControlTraits{}.misc_status | OLEMISC_NOUIACTIVATE),
+      control<USComboBox>(L"Kestrelon: campo com lista, que completa o que se digita",
+                          IDB_TOOLBOX_USCOMBOBOX),
+      control<USRibbon>(L"Kestrelon: faixa de opções com guias, categorias e botões",
+                        IDB_TOOLBOX_USRIBBON),
       service<KN_NTSERVICES>(L"Kestrelon: serviços do Windows"),
   };
   return kClasses;

@@ -42,22 +42,6 @@ int CALLBACK on_folder_dialog(HWND dialog, UINT message, LPARAM, LPARAM start) {
   return 0;
 }
 
-// Services and scheduled tasks run on a window station that no user sees.
-bool is_attended() {
-  USEROBJECTFLAGS flags = {};
-  return GetUserObjectInformationW(GetProcessWindowStation(), UOI_FLAGS, &flags, sizeof flags,
-                                   nullptr) &&
-         (flags.dwFlags & WSF_VISIBLE) != 0;
-}
-
-std::wstring program_name() {
-  wchar_t path[MAX_PATH] = {};
-  GetModuleFileNameW(nullptr, path, MAX_PATH - 1);
-  std::wstring name(path);
-  name.erase(0, name.rfind(L'\\') + 1);
-  return name.substr(0, name.rfind(L'.'));
-}
-
 }  // namespace
 
 bool is_valid_url(const std::wstring& url) {
@@ -194,13 +178,20 @@ bool register_common_controls() {
   return InitCommonControlsEx(&info) != FALSE;
 }
 
-long show_message(HWND owner, const std::wstring& text, long buttons, const std::wstring& title) {
-  constexpr long kKnownFlags = MB_TYPEMASK | MB_ICONMASK | MB_DEFMASK | MB_MODEMASK |
-                               MB_SETFOREGROUND | MB_TOPMOST | MB_RIGHT | MB_RTLREADING;
-  if ((buttons & MB_TYPEMASK) > MB_CANCELTRYCONTINUE || !is_attended()) return 0;
-  const std::wstring shown_title = title.empty() ? program_name() : title;
-  return MessageBoxW(owner, text.c_str(), shown_title.c_str(),
-                     static_cast<UINT>(buttons & kKnownFlags));
+// Services and scheduled tasks run on a window station that no user sees.
+bool is_attended() {
+  USEROBJECTFLAGS flags = {};
+  return GetUserObjectInformationW(GetProcessWindowStation(), UOI_FLAGS, &flags, sizeof flags,
+                                   nullptr) &&
+         (flags.dwFlags & WSF_VISIBLE) != 0;
+}
+
+std::wstring program_name() {
+  wchar_t path[MAX_PATH] = {};
+  GetModuleFileNameW(nullptr, path, MAX_PATH - 1);
+  std::wstring name(path);
+  name.erase(0, name.rfind(L'\\') + 1);
+  return name.substr(0, name.rfind(L'.'));
 }
 
 }  // namespace kestrelon

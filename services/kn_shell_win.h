@@ -1,5 +1,5 @@
 // What the utility class forwards to the shell, the window manager and the system. Nothing here
-// raises or shows a dialog, but for the folder picker and the message box.
+// raises or shows a dialog, but for the folder picker.
 #pragma once
 
 #include <windows.h>
@@ -45,8 +45,10 @@ bool is_administrator();
 bool is_online();
 bool register_common_controls();
 
-/// The system's message box with `buttons` in its own numbers. The answer is the number of the
-/// button; 0 for an unknown set of buttons and for a process on a desktop that no user sees.
-long show_message(HWND owner, const std::wstring& text, long buttons, const std::wstring& title);
+/// False on a window station that no user sees: nothing may wait for an answer there.
+bool is_attended();
+
+/// The name of the program's file without its extension.
+std::wstring program_name();
 
 }  // namespace kestrelon

@@ -1,12 +1,13 @@
 #!/usr/bin/env python3
 """Makes the C++ side of one class from its interface description.
 
-  idl_glue.py IN.idl OUT.h
+  idl_glue.py IN.idl OUT.h FRAME.h
 
 Reads the dual interface `_Name`, the event interface `__Name` and the coclass `Name` of a description and
 writes `template <class Class, class Base> class NameGlue`: it implements every method of the dual interface
 by one guarded call into Class, joins the interface with Base (AutomationObject or ControlFrame) and has one
-raise_... method for each event.
+raise_... method for each event. Those that the frame raises itself (declared virtual in FRAME.h) must have the
+frame's arguments, or the compiler refuses them.
 
 What Class supplies, in C++ types (std::wstring for BSTR, bool for VARIANT_BOOL, otherwise as declared):
   a property X      either a member object X with get() and put(value) (see frame/property.h), or accessors
@@ -154,14 +155,22 @@ def method(member):
     return lines
 
 
-def event(member):
+def frame_events(header):
+    """The number of arguments of each event that the frame raises, by the method's name."""
+    found = re.findall(r"virtual void (raise_\w+)\(([^)]*)\)", header)
+    return {name: len(split_arguments(arguments)) for name, arguments in found}
+
+
+def event(member, of_frame):
     references, passed = [], []
     for a in member.arguments:
         base = a.type.rstrip("*")
         references.append(f"{base}{'*' if a.type.count('*') > 1 else ''}& {a.name}")
         passed.append(f"by_reference_bool({a.name})" if base == "VARIANT_BOOL" else f"by_reference({a.name})")
+    method_name = f"raise_{snake(member.name)}"
+    override = " override" if of_frame.get(method_name) == len(references) else ""
     return [
-        f"  void raise_{snake(member.name)}({', '.join(references)}) {{",
+        f"  void {method_name}({', '.join(references)}){override} {{",
         f"    this->raise({member.id}, {{{', '.join(passed)}}});",
         "  }",
     ]
@@ -169,6 +178,7 @@ def event(member):
 
 def main():
     source, out = Path(sys.argv[1]), Path(sys.argv[2])
+    common = frame_events(Path(sys.argv[3]).read_text(encoding="utf-8"))
     text = strip_comments(source.read_text(encoding="utf-8"))
     lines = [
         f"// Made by tools/idl_glue.py from {source.name}; edit that instead.",
@@ -185,6 +195,7 @@ def main():
         source_name = re.search(r"source[^\]]*\]\s*(?:dispinterface|interface)\s+(\w+)", coclass)
         functions = members(block(text, rf"\binterface\s+{default}\b"))
         events = members(block(text, rf"\bdispinterface\s+{source_name.group(1)}\b")) if source_name else []
+        is_control = re.search(rf"\[[^\]]*\bcontrol\b[^\]]*\]\s*coclass\s+{name}\b", without_strings(text))
         lines += [
             "",
             "template <class Class, class Base>",
@@ -227,11 +238,13 @@ def main():
             lines += method(member)
         lines += ["", " protected:"]
         for member in events:
-            lines += event(member)
+            lines += event(member, common if is_control else {})
         lines += ["", " private:", "  Class& self() { return static_cast<Class&>(*this); }", "};"]
     lines += ["", "}  // namespace kestrelon", ""]
     out.parent.mkdir(parents=True, exist_ok=True)
-    out.write_text("\n".join(lines), encoding="utf-8")
+    made = "\n".join(lines)
+    if not out.exists() or out.read_text(encoding="utf-8") != made:
+        out.write_text(made, encoding="utf-8")
 
 
 if __name__ == "__main__":

@@ -1,10 +1,9 @@
 // State to pixels. A part is drawn by itself, over the body behind it.
+#include "chrome/band.h"
+#include "chrome/strip_picture.h"
 #include "chrome/us_tool_bar/us_tool_bar.h"
-#include "controls/us_button/us_button_face.h"
-#include "frame/kit/blit.h"
 #include "frame/kit/gradient.h"
 #include "frame/kit/lines.h"
-#include "frame/mem_dc.h"
 #include "frame/screen.h"
 #include "frame/text.h"
 #include "frame/translate_color.h"
@@ -14,21 +13,6 @@ namespace kestrelon {
 using tool_bar::Look;
 
 namespace {
-
-constexpr double kMiddle = 50;
-constexpr double kDimOpacity = 0.4;
-
-// In high contrast one colour of the system's for the whole area.
-void fill(const PixelView& view, const PixelRect& area, OLE_COLOR color1, OLE_COLOR color2,
-          int plain_role) {
-  const PixelRect seen = intersect(area, view.bounds());
-  if (seen.empty()) return;
-  if (high_contrast()) return fill_rect(view, seen, GetSysColor(plain_role));
-  // The gradient runs within a view of its own, so that both halves count from the area's top.
-  const PixelView part{view.row(seen.top) + seen.left, seen.right - seen.left,
-                       seen.bottom - seen.top, view.stride};
-  DrawGradient(part, TranslateColor(color1), TranslateColor(color2), kMiddle, 0, 0, -1, -1);
-}
 
 void draw_triangle(const PixelView& view, int x, int y, int size, ColorRef color) {
   for (int row = 0; row < size; ++row)
@@ -81,7 +65,8 @@ void USToolBar::draw_part(int part) {
 
 void USToolBar::paint_body(int left, int right) {
   const PixelView view = surface().pixels();
-  fill(view, {left, 0, right, height()}, GradientColor1.get(), GradientColor2.get(), COLOR_BTNFACE);
+  fill_band(view, {left, 0, right, height()}, GradientColor1.get(), GradientColor2.get(),
+            COLOR_BTNFACE);
   const int line = scale().line();
   fill_rect(view, {left, height() - line, right, height()},
             shown_color(BackColor.get(), COLOR_BTNTEXT));
@@ -107,12 +92,13 @@ void USToolBar::paint_end_panel() {
   const PixelView view = surface().pixels();
   const bool lit = hot || pressed_ == tool_bar::kEndPanel;
   if (pressed_ == tool_bar::kEndPanel && hot)
-    fill(view, area, GradientColorPressRight1.get(), GradientColorPressRight2.get(),
-         COLOR_HIGHLIGHT);
+    fill_band(view, area, GradientColorPressRight1.get(), GradientColorPressRight2.get(),
+              COLOR_HIGHLIGHT);
   else if (hot)
-    fill(view, area, GradientColorOverRight1.get(), GradientColorOverRight2.get(), COLOR_HIGHLIGHT);
+    fill_band(view, area, GradientColorOverRight1.get(), GradientColorOverRight2.get(),
+              COLOR_HIGHLIGHT);
   else
-    fill(view, area, RightColor1.get(), RightColor2.get(), COLOR_BTNFACE);
+    fill_band(view, area, RightColor1.get(), RightColor2.get(), COLOR_BTNFACE);
   const ColorRef mark = high_contrast() ? GetSysColor(lit ? COLOR_HIGHLIGHTTEXT : COLOR_BTNTEXT)
                                         : TranslateColor(ToolButton::kForeColor);
   fill_rect(view, {area.left, 0, area.left + scale().line(), area.bottom},
@@ -125,7 +111,8 @@ void USToolBar::paint_chevron() {
   if (area.empty()) return;
   const PixelView view = surface().pixels();
   const bool lit = hot_ == tool_bar::kChevron || pressed_ == tool_bar::kChevron;
-  if (lit) fill(view, area, GradientColorOver1.get(), GradientColorOver2.get(), COLOR_HIGHLIGHT);
+  if (lit)
+    fill_band(view, area, GradientColorOver1.get(), GradientColorOver2.get(), COLOR_HIGHLIGHT);
   const ColorRef mark = high_contrast() ? GetSysColor(lit ? COLOR_HIGHLIGHTTEXT : COLOR_BTNTEXT)
                                         : TranslateColor(ToolButton::kForeColor);
   const int size = scale()(3), line = scale().line();
@@ -158,8 +145,8 @@ void USToolBar::paint_button(int index) {
     const auto& color1 = over ? GradientColorOver1 : GradientColorDown1;
     const auto& color2 = over ? GradientColorOver2 : GradientColorDown2;
     fill_rect(view, area, shown_color(BorderPicture.get(), COLOR_HIGHLIGHTTEXT));
-    fill(view, {area.left + line, area.top + line, area.right - line, area.bottom - line},
-         color1.get(), color2.get(), COLOR_HIGHLIGHT);
+    fill_band(view, {area.left + line, area.top + line, area.right - line, area.bottom - line},
+              color1.get(), color2.get(), COLOR_HIGHLIGHT);
   }
   const tool_bar::Face face = tool_bar::face(area, items_[static_cast<size_t>(index - 1)], scale());
   const bool dim = look == Look::kDisabled;
@@ -184,35 +171,8 @@ void USToolBar::paint_button(int index) {
 }
 
 void USToolBar::paint_icon(const ToolButton& button, const PixelRect& place, bool dim) {
-  const auto picture = button.icon.as<IPicture>();
-  const PixelView view = surface().pixels();
-  const PixelRect seen = intersect(place, view.bounds());
-  if (!picture || seen.empty()) return;
-  const int edge = place.right - place.left;
-  DibSection drawn;
-  if (!drawn.create(edge, edge)) return;
-  short type = PICTYPE_NONE;
-  picture->get_Type(&type);
-  PictureMix mix;
-  mix.has_key = button.use_mask_color && type == PICTYPE_BITMAP;
-  mix.key = TranslateColor(button.mask_color);
-  mix.opacity = dim ? kDimOpacity : 1;
-  if (type == PICTYPE_ICON) {
-    OLE_HANDLE icon = 0;
-    picture->get_Handle(&icon);
-    blit(drawn.pixels(), {0, 0, edge, edge, place.left, place.top}, view);
-    DrawIconEx(drawn.dc(), 0, 0, reinterpret_cast<HICON>(static_cast<LONG_PTR>(icon)), edge, edge,
-               0, nullptr, DI_NORMAL);
-  } else {
-    pcMemDC source;
-    if (!source.CreateFromPicture(picture.get())) return;
-    stretch_blit(drawn.pixels(), {0, 0, edge, edge}, source.pixels(),
-                 {0, 0, source.Width(), source.Height()});
-  }
-  const PixelView whole = drawn.pixels();
-  const PixelView part{whole.row(seen.top - place.top) + (seen.left - place.left),
-                       seen.right - seen.left, seen.bottom - seen.top, whole.stride};
-  mix_picture(view, seen.left, seen.top, part, mix);
+  paint_picture(surface(),
+                {button.icon.get(), place, button.use_mask_color, button.mask_color, dim});
 }
 
 }  // namespace kestrelon

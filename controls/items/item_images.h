@@ -35,6 +35,11 @@ class ItemImages {
   /// Where the control of a name is looked for, at the first drawing: the control's own extender.
   void set_form_source(std::wstring name);
   bool has_source() const { return object_ || !name_.empty(); }
+  /// What images come from, looked for on the form if need be; null without one.
+  ComPtr<IDispatch> source(IDispatch* extender) {
+    look_for_source(extender);
+    return source_;
+  }
 
   /// The image, null if there is none. `extender` is asked for its form at most once.
   const c32bppDIB* find(int32_t number, IDispatch* extender);

@@ -114,15 +114,24 @@ UINT ItemPainter::text_flags(const ItemLook& look) const {
 void ItemPainter::draw_texts(const ItemLook& look, const PixelRect& area) {
   if (area.empty() || look.text.empty()) return;
   SelectObject(surface_.dc(), look.bold || look.heading ? bold_ : font_);
-  if (look.bold_part) return draw_marked(look, area);
-  if (look.columns == nullptr) return draw_text(look, look.text, area);
+  if (look.columns == nullptr) return draw_piece(look, look.text, area);
   const int gap = scale_(6);  // between two columns
   for (const ColumnPiece& piece : split_columns(look.text, *look.columns, area, look.mirrored)) {
     PixelRect cell = piece.area;
     const bool last = look.mirrored ? cell.left == area.left : cell.right == area.right;
     if (!last) (look.mirrored ? cell.left : cell.right) += look.mirrored ? gap : -gap;
-    draw_text(look, piece.text, cell);
+    draw_piece(look, piece.text, cell);
   }
+}
+
+// One column. A bold part that begins in it is drawn as far as the column goes.
+void ItemPainter::draw_piece(const ItemLook& look, std::wstring_view text, const PixelRect& area) {
+  const auto at = static_cast<size_t>(text.data() - look.text.data());
+  const bool marked = look.bold_part && look.bold_part->size > 0 && look.bold_part->at >= at &&
+                      look.bold_part->at < at + text.size();
+  if (!marked) return draw_text(look, text, area);
+  const size_t from = look.bold_part->at - at;
+  draw_marked(look, text, {from, std::min(look.bold_part->size, text.size() - from)}, area);
 }
 
 void ItemPainter::draw_text(const ItemLook& look, std::wstring_view text, PixelRect area) {
@@ -143,15 +152,15 @@ void ItemPainter::draw_line(std::wstring_view text, const PixelRect& area, UINT 
     DrawTextUnicode(surface_.dc(), text, static_cast<int>(text.size()), &rect, flags);
 }
 
-void ItemPainter::draw_marked(const ItemLook& look, PixelRect area) {
-  const size_t at = std::min(look.bold_part->at, look.text.size());
+void ItemPainter::draw_marked(const ItemLook& look, std::wstring_view text, const TextMatch& part,
+                              PixelRect area) {
+  const HFONT plain = look.bold ? bold_ : font_;
   const struct {
     std::wstring_view text;
     HFONT font;
-  } runs[] = {{look.text.substr(0, at), look.bold ? bold_ : font_},
-              {look.text.substr(at, look.bold_part->size), bold_},
-              {look.text.substr(std::min(at + look.bold_part->size, look.text.size())),
-               look.bold ? bold_ : font_}};
+  } runs[] = {{text.substr(0, part.at), plain},
+              {text.substr(part.at, part.size), bold_},
+              {text.substr(part.at + part.size), plain}};
   SetTextColor(surface_.dc(), text_color(look));
   for (const auto& run : runs) {
     if (run.text.empty()) continue;
@@ -160,6 +169,7 @@ void ItemPainter::draw_marked(const ItemLook& look, PixelRect area) {
     const int width = text_width(surface_.dc(), run.text);
     look.mirrored ? area.right -= width : area.left += width;
   }
+  SelectObject(surface_.dc(), plain);
 }
 
 void ItemPainter::draw_note(std::wstring_view text, const PixelRect& area) {

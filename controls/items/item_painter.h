@@ -29,7 +29,9 @@ class ItemPainter {
   void draw_image(const ItemLook& look, const PixelRect& area);
   void draw_texts(const ItemLook& look, const PixelRect& area);
   void draw_text(const ItemLook& look, std::wstring_view text, PixelRect area);
-  void draw_marked(const ItemLook& look, PixelRect area);
+  void draw_piece(const ItemLook& look, std::wstring_view text, const PixelRect& area);
+  void draw_marked(const ItemLook& look, std::wstring_view text, const TextMatch& part,
+                   PixelRect area);
   void draw_line(std::wstring_view text, const PixelRect& area, UINT flags);
   ColorRef text_color(const ItemLook& look) const;
   UINT text_flags(const ItemLook& look) const;

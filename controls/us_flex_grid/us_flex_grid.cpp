@@ -1,8 +1,10 @@
 // Life, and what the properties of the looks do.
 #include "controls/us_flex_grid/us_flex_grid.h"
 
-#include "controls/us_flex_grid/task_bar.h"
+#include "controls/us_flex_grid/container_units.h"
 #include "frame/kit/theme.h"
+#include "frame/task_bar.h"
+#include "grid/store/store_check.h"
 #include "grid/values/cell_number.h"
 
 namespace kestrelon {
@@ -19,26 +21,6 @@ LOGFONTW logical_font(HFONT font) {
   GetObjectW(font, sizeof out, &out);
   return out;
 }
-
-/// Units of a container's ScaleMode an inch; one without a fixed size counts as twips.
-double units_per_inch(long scale_mode) {
-  switch (scale_mode) {
-    case 2:
-      return 72;
-    case 4:
-      return 12;  // characters, across
-    case 5:
-      return 1;
-    case 6:
-      return 25.4;
-    case 7:
-      return 2.54;
-    default:
-      return 1440;
-  }
-}
-
-constexpr long kPixelMode = 3;
 
 }  // namespace
 
@@ -93,7 +75,7 @@ double USFlexGrid::pixels_per_unit() const {
       mode = static_cast<long>(number_of(self.get_object(L"Parent").get_property(L"ScaleMode")));
   } catch (const ComError&) {  // a container that tells no scale counts in twips
   }
-  return mode == kPixelMode ? 1.0 : scale().dpi() / units_per_inch(mode);
+  return kestrelon::pixels_per_unit(mode, scale().dpi());
 }
 
 void USFlexGrid::set_fonts() {
@@ -200,6 +182,16 @@ void USFlexGrid::resized() {
   sync_bars();
 }
 
+// For those who look for a fault: 1 while nothing in the store contradicts anything else.
+bool USFlexGrid::answer_check(UINT message, LRESULT& result) const {
+  static const UINT check = RegisterWindowMessageW(kGridFaultMessage);
+  if (message != check) return false;
+  const std::string fault = GridStoreCheck::fault(store_);
+  if (!fault.empty()) OutputDebugStringA(fault.c_str());
+  result = fault.empty() ? 1 : 2;
+  return true;
+}
+
 void USFlexGrid::closing() {
   close_editor(false);
 }
@@ -207,6 +199,7 @@ void USFlexGrid::closing() {
 void USFlexGrid::terminate() {
   request_timer_.stop();
   scroll_timer_.stop();
+  hide_cell_tip();
   close_editor(false);
   bars_.Create(nullptr);
   box_.destroy();
@@ -218,7 +211,11 @@ void USFlexGrid::got_focus() {
 
 void USFlexGrid::lost_focus() {
   if (FocusRectHide.get()) touch();
-  if (edit_pending_ && !update_cell(false) && edit_pending_) SetFocus(box_.hwnd());
+  // A question that is being asked may show a window of its own: that is no leaving.
+  if (!edit_pending_ || committing_ || in_event_edit_) return;
+  // A control without a window types into the container's, which has the focus then.
+  if (bound_.active() && bound_.window() == nullptr) return;
+  if (!update_cell(false) && edit_pending_) want_focus_back();
 }
 
 void USFlexGrid::drag(Drag& step) {
@@ -238,13 +235,6 @@ float USFlexGrid::visible_width() {
 float USFlexGrid::visible_height() {
   return static_cast<float>(std::max(page().inner.bottom - page().inner.top, 0) /
                             pixels_per_unit());
-}
-
-void USFlexGrid::describe(AccessibleItem& item) const {
-  item.role = ROLE_SYSTEM_TABLE;
-  item.state = STATE_SYSTEM_FOCUSABLE;
-  name_after(item, Caption.get());
-  if (caret().row >= 0 && caret().column >= 0) item.value = cell_text(-1, -1);
 }
 
 // --- the button of the task bar -----------------------------------------------------------------

@@ -2,12 +2,16 @@
 // grid/paint; here they meet the window, the user and the program.
 #pragma once
 
+#include "controls/us_flex_grid/bound_editor.h"
+#include "controls/us_flex_grid/grid_children.h"
 #include "controls/us_flex_grid/grid_images.h"
+#include "frame/clipboard.h"
 #include "frame/control_frame.h"
 #include "frame/hover.h"
 #include "frame/inner/child_edit.h"
 #include "frame/kit/scroll_math.h"
 #include "frame/scroll/scroll_bars.h"
+#include "frame/tooltip.h"
 #include "grid/layout/hit_test.h"
 #include "grid/layout/source_rows.h"
 #include "grid/paint/grid_painter_win.h"
@@ -19,9 +23,14 @@
 
 namespace kestrelon {
 
+/// A registered window message; the grid's window answers 1 while its store is sound. It reads the
+/// whole store.
+inline constexpr wchar_t kGridFaultMessage[] = L"Kestrelon2012.GridFault";
+
 class USFlexGrid final : public USFlexGridGlue<USFlexGrid, ControlFrame>,
                          private ScrollBarsOwner,
-                         private ChildEditOwner {
+                         private ChildEditOwner,
+                         private BoundEditorOwner {
  public:
   USFlexGrid();
 
@@ -127,6 +136,7 @@ class USFlexGrid final : public USFlexGridGlue<USFlexGrid, ControlFrame>,
   Property<float> MinRowHeight{*this, L"MinRowHeight", 0, &USFlexGrid::changed};
   Property<bool> ExactRules{*this, L"ExactRules", false, &USFlexGrid::rules_changed};
   Property<bool> TotalLineVisibleOnly{*this, L"TotalLineVisibleOnly", false, &USFlexGrid::changed};
+  Property<bool> AllowClipboard{*this, L"AllowClipboard", false};
 
   // us_flex_grid.cpp
   long h_dc() { return static_cast<long>(reinterpret_cast<LONG_PTR>(surface().dc())); }
@@ -389,6 +399,7 @@ class USFlexGrid final : public USFlexGridGlue<USFlexGrid, ControlFrame>,
   void drag(Drag& step) override;
   FontProperty* font_property() override { return &Font; }
   const Property<bool>* enabled_property() const override { return &Enabled; }
+  bool answer_check(UINT message, LRESULT& result) const;
   void ready();
   void set_fonts();
   void changed();
@@ -399,8 +410,6 @@ class USFlexGrid final : public USFlexGridGlue<USFlexGrid, ControlFrame>,
   void theme_changed();
   double pixels_per_unit() const;
   double unit_text_height(FontProperty& font);
-
-  void describe(AccessibleItem& item) const override;
 
   // us_flex_grid_view.cpp
   void about_to_show() override;
@@ -494,7 +503,14 @@ class USFlexGrid final : public USFlexGridGlue<USFlexGrid, ControlFrame>,
   long mouse_pointer() const override { return pointer_; }
   grid_layout::GridHit hit_at(float x, float y);
   grid_layout::CellParts parts_of(GridPlace place);
-  void set_pointer(long pointer);
+  void set_pointer(long pointer, bool hand);
+  bool over_hand(const grid_layout::GridHit& at) const;
+  bool stands_over(GridPlace place);
+  bool has_expand_mark(GridPlace place, const PixelRect& text);
+  const grid_paint::CellFont& font_of(const grid_paint::CellFacts& facts);
+  /// The lines of a cell that wraps, in pixels within a width; -1 for a cell of one line.
+  int lines_height(const grid_paint::CellFacts& facts, int width);
+  void toggle_row_height(int position);
   void press_cells(const grid_layout::GridHit& hit, short button, short shift, int x, int y);
   void hover(const grid_layout::GridHit& hit);
   void drag_to(short shift, int x, int y);
@@ -509,18 +525,65 @@ class USFlexGrid final : public USFlexGridGlue<USFlexGrid, ControlFrame>,
   void toggle_boolean(GridPlace place);
 
   // us_flex_grid_edit.cpp
+  bool start_edit(GridPlace place);
+  bool ask_before_edit(GridPlace place);
+  bool store_edit(std::wstring text);
+  void after_edit_move();
+
+  // us_flex_grid_editor.cpp
   HWND focus_target() override;
   bool edit_message(ChildEdit&, UINT message, WPARAM wparam, LPARAM lparam,
                     LRESULT& result) override;
-  bool start_edit(GridPlace place);
-  bool ask_before_edit(GridPlace place);
-  bool open_box(GridPlace place);
+  void edit_changed(ChildEdit&) override;
+  UINT bound_key_message() const override;
+  void bound_left(HWND to) override;
+  void bound_gone() override;
+  IDispatch* bound_to(GridPlace place) const;
+  bool open_editor();
+  void take_bound(GridPlace place);
+  void open_bound(GridPlace place);
+  bool needs_tall_box(std::wstring_view text, int16_t flags) const;
+  void open_box(GridPlace place);
   void place_editor();
+  void place_box(const PixelRect& seen);
+  void place_tall_box(const PixelRect& seen, const PixelRect& area);
+  bool in_editor(int x, int y) const;
+  bool line_key(short key) const;
+  void type_into_editor(wchar_t character);
   void close_editor(bool keep_focus);
-  std::wstring edit_text() const;
-  bool store_edit(std::wstring text);
   bool filter_passes(wchar_t character) const;
-  void after_edit_move();
+  void want_focus_back();
+  bool take_editor_message(UINT message, WPARAM wparam, LPARAM lparam);
+  bool forward_composition(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result);
+
+  // us_flex_grid_clipboard.cpp
+  bool clipboard_key(short key);
+  void copy_selection();
+  void paste_cells();
+  bool paste_cell(GridPlace place, std::wstring_view text);
+
+  // us_flex_grid_tips.cpp
+  void watch_for_tip(GridPlace place);
+  void show_cell_tip();
+  void hide_cell_tip();
+
+  // us_flex_grid_accessible.cpp
+  GridChildren children() const;
+  void describe(AccessibleItem& item) const override;
+  void describe_heading(const GridChild& at, AccessibleItem& item) const;
+  void describe_row(const GridChild& at, AccessibleItem& item) const;
+  void describe_cell(const GridChild& at, AccessibleItem& item) const;
+  long row_state(int position) const;
+  std::wstring shown_text(int position, int column) const;
+  long accessible_count() const override;
+  bool accessible_item(long child, AccessibleItem& item) const override;
+  long accessible_at(POINT point) const override;
+  long accessible_focus() const override;
+  std::vector<long> accessible_selection() const override;
+  void accessible_default_action(long child) override;
+  bool accessible_select(long child, long flags) override;
+  bool accessible_set_value(long child, const std::wstring& text) override;
+  long accessible_navigate(long child, long direction) const override;
 
   std::unique_ptr<LocaleRules> locale_ = system_locale_rules();
   GridStore store_;
@@ -531,6 +594,9 @@ class USFlexGrid final : public USFlexGridGlue<USFlexGrid, ControlFrame>,
   std::wstring font_name_;
   IAPP_ScrollBars bars_{*this};
   ChildEdit box_{*this, *this};
+  std::wstring box_text_;  // what the box holds while nothing was typed
+  bool tall_box_ = false;
+  BoundEditor bound_{*this};
   WheelNotches wheel_[2];
 
   grid_layout::GridPage page_;
@@ -560,12 +626,17 @@ class USFlexGrid final : public USFlexGridGlue<USFlexGrid, ControlFrame>,
   GridPlace mouse_at_;
   GridPlace pressed_button_;
   long pointer_ = 0;
+  bool hand_ = false;  // the pointer is over a cell that it can press
   PrivateTimer scroll_timer_;
 
   bool edit_pending_ = false;
   bool committing_ = false;
   bool in_event_edit_ = false;  // BeforeEdit is being asked
   bool caret_keys_ = true;      // Left and Right may leave the box
+  bool gave_focus_back_ = false;
+  CTooltip cell_tip_;
+  PrivateTimer tip_timer_;
+  GridPlace tip_at_;
   std::wstring search_text_;
   DWORD search_tick_ = 0;
 };

@@ -27,6 +27,7 @@ bool USFlexGrid::wants_key(int key, short shift) const {
 
 void USFlexGrid::key_down(short& key, short& shift) {
   const short pressed = key;
+  hide_cell_tip();
   const bool done = edit_pending_ ? edit_key(key, shift) : grid_key(key, shift);
   raise_key_down(key, shift);
   // The box must not act on a key that has moved the cell; what the handler ends stays ended.
@@ -40,6 +41,7 @@ bool USFlexGrid::edit_key(short key, short shift) {
       close_editor(true);
       return true;
     case VK_RETURN:
+      if (tall_box_ && !bound_.active() && shift == kControl) return false;  // a new line
       update_cell(true);
       return true;
     case VK_F2:
@@ -57,6 +59,7 @@ bool USFlexGrid::edit_key(short key, short shift) {
     case VK_TAB:
     case VK_UP:
     case VK_DOWN:
+      if (key != VK_TAB && line_key(key)) return false;
       if (update_cell(false)) move_key(key, key == VK_TAB ? shift : short{0});
       return true;
     case VK_HOME:
@@ -87,6 +90,9 @@ bool USFlexGrid::grid_key(short key, short shift) {
     case VK_SPACE:
       space_key(shift);
       return false;
+    case 'C':
+    case 'V':
+      return shift == kControl && clipboard_key(key);
     case 'A':
       if (shift != kControl || MultiSelect.get() == Single_Select) return false;
       select_all_rows(true);
@@ -230,11 +236,7 @@ void USFlexGrid::key_press(short& character) {
     if (filter_passes(typed)) {
       long column = store_.column_at(store_.mark(GridMark::Edit).column);
       raise_edit_key_press(column, character);
-      if (edit_pending_ && character != 0) {
-        box_.select_all();
-        const auto left = static_cast<wchar_t>(character);
-        box_.replace_selection({&left, 1});
-      }
+      if (edit_pending_ && character != 0) type_into_editor(static_cast<wchar_t>(character));
     }
     character = 0;
     return;

@@ -22,9 +22,10 @@ grid_layout::GridHit USFlexGrid::hit_at(float x, float y) {
   return grid_layout::hit_test(page(), options, static_cast<int>(x), static_cast<int>(y));
 }
 
-void USFlexGrid::set_pointer(long pointer) {
-  if (pointer_ == pointer) return;
+void USFlexGrid::set_pointer(long pointer, bool hand) {
+  if (pointer_ == pointer && hand_ == hand) return;
   pointer_ = pointer;
+  hand_ = hand;
   apply_mouse_pointer();
 }
 
@@ -45,12 +46,21 @@ grid_layout::CellParts USFlexGrid::parts_of(GridPlace place) {
   } else if (store_.look(cell.style).image != 0) {
     shape.image = images_.size();
   }
+  if (expand_image_ != 0) {
+    const PixelRect text = grid_layout::cell_parts(now.metrics, shape).text;
+    if (has_expand_mark(place, text)) shape.mark = images_.image_size(expand_image_);
+  }
   return grid_layout::cell_parts(now.metrics, shape);
 }
 
 void USFlexGrid::mouse_down(short button, short shift, float x, float y) {
   using grid_layout::GridPart;
-  if (edit_pending_ && !update_cell(false)) return raise_mouse_down(button, shift, x, y);
+  hide_cell_tip();
+  const bool in_box = in_editor(static_cast<int>(x), static_cast<int>(y));
+  if (in_box || (edit_pending_ && !update_cell(false))) {
+    press_ = Press::kNone;
+    return raise_mouse_down(button, shift, x, y);
+  }
   const grid_layout::GridHit at = hit_at(x, y);
   press_at_ = {at.row, at.column};
   press_x_ = static_cast<int>(x);
@@ -155,17 +165,26 @@ void USFlexGrid::mouse_move(short button, short shift, float x, float y) {
 
 void USFlexGrid::hover(const grid_layout::GridHit& at) {
   using grid_layout::GridPart;
-  mouse_at_ = {at.row, at.column};
+  const GridPlace place{at.row, at.column};
+  if (place != mouse_at_) {
+    mouse_at_ = place;
+    watch_for_tip(at.part == GridPart::kCell ? place : GridPlace{});
+  }
   long pointer = 0;
   if (at.part == GridPart::kColumnEdge) pointer = kPointerColumn;
   if (at.part == GridPart::kRowEdge) pointer = kPointerRow;
-  set_pointer(pointer);
+  set_pointer(pointer, over_hand(at));
   const bool heading =
       at.part == GridPart::kHeader && at.column >= 0 && AllowColumnHover.get() && headers_react();
   const int column = heading ? store_.column_at(at.column) : -1;
   if (column == hovered_) return;
   hovered_ = column;
   show_change();
+}
+
+bool USFlexGrid::over_hand(const grid_layout::GridHit& at) const {
+  return at.part == grid_layout::GridPart::kCell && Enabled.get() &&
+         cell_hand_pointer(at.row, store_.column_at(at.column));
 }
 
 void USFlexGrid::drag_to(short shift, int x, int y) {
@@ -305,6 +324,7 @@ void USFlexGrid::release_cell(short shift, int x, int y) {
   if (!can_stand(at.row)) return;
   const int record = store_.row_at(at.row), index = store_.column_at(at.column);
   long row = at.row, column = index;
+  if (grid_layout::contains(parts_of(pressed).mark, x, y)) toggle_row_height(at.row);
   const bool row_image = at.part == GridPart::kRowImage && store_.row_info(record).image != 0;
   const bool image = row_image || grid_layout::contains(parts_of(pressed).image, x, y);
   const bool button = store_.column(index).type == GridDataType::Button;
@@ -313,6 +333,13 @@ void USFlexGrid::release_cell(short shift, int x, int y) {
   if (hand) raise_cell_hand_click(row, column, shift);
   if (image) raise_cell_image_click(row, column);
   raise_cell_click(row, column, shift);
+}
+
+// Between the height that a row has by itself and the one that shows all of its text.
+void USFlexGrid::toggle_row_height(int position) {
+  const int record = store_.row_at(position);
+  const bool tall = store_.row_info(record).height > default_row_height_;
+  set_row_height(position, tall ? default_row_height_ : -1);
 }
 
 void USFlexGrid::click() {
@@ -339,7 +366,19 @@ void USFlexGrid::double_click() {
     start_edit(caret());
 }
 
-bool USFlexGrid::window_message_before(UINT message, WPARAM, LPARAM, LRESULT&) {
+bool USFlexGrid::window_message_before(UINT message, WPARAM wparam, LPARAM lparam,
+                                       LRESULT& result) {
+  if (message == WM_SETCURSOR && hand_ && LOWORD(lparam) == HTCLIENT &&
+      reinterpret_cast<HWND>(wparam) == window()) {
+    SetCursor(LoadCursorW(nullptr, reinterpret_cast<LPCWSTR>(IDC_HAND)));
+    result = TRUE;
+    return true;
+  }
+  // A bound control goes home before the windows in the grid die with it.
+  if (message == WM_DESTROY) close_editor(false);
+  if (answer_check(message, result)) return true;
+  if (take_editor_message(message, wparam, lparam)) return true;
+  if (forward_composition(message, wparam, lparam, result)) return true;
   // A press whose release goes elsewhere ends without an effect.
   if (message == WM_CANCELMODE && press_ != Press::kNone) {
     end_press();
@@ -352,6 +391,7 @@ void USFlexGrid::window_message_after(UINT message, WPARAM, LPARAM) {
   if (message != WM_MOUSELEAVE) return;
   hover_.left();
   mouse_at_ = {};
+  hide_cell_tip();
   if (hovered_ >= 0) {
     hovered_ = -1;
     show_change();

@@ -173,7 +173,6 @@ class USListBox final : public USListBoxGlue<USListBox, ListMembers<ItemControl>
   void run(const ListCommand& command);
   void move_mark(int index, Choice how);
   void look_for(wchar_t character);
-  int find_from(const std::wstring& text, int start) const;
 
   // us_list_box_edit.cpp
   bool editing() const { return edit_.hwnd() != nullptr; }

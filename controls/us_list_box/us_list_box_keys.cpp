@@ -83,21 +83,11 @@ void USListBox::move_mark(int index, Choice how) {
   choice_changed(changed);
 }
 
-int USListBox::find_from(const std::wstring& text, int start) const {
-  const TextMatcher matcher(text, SearchMode::kBeginsWith, false);
-  for (int i = start; model_.has(i); ++i) {
-    i = model_.store().find(matcher, i);
-    if (i < start || (model_.shows(i) && model_.selectable(i))) return i;
-  }
-  return -1;
-}
-
 void USListBox::look_for(wchar_t character) {
   const TypeAhead::Search search = type_ahead_.add(character, GetTickCount());
   if (search.text.empty() || model_.is_virtual()) return;
-  const int start = std::max(model_.current(), 0);
-  int found = find_from(search.text, start + (search.from_next && model_.current() >= 0 ? 1 : 0));
-  if (found < 0) found = find_from(search.text, 0);
+  const TextMatcher matcher(search.text, SearchMode::kBeginsWith, false);
+  const int found = model_.find_ahead(matcher, search.from_next);
   if (found >= 0)
     move_mark(found, model_.mode() == SelectMode::kLatch ? Choice::kMark : Choice::kPlain);
 }

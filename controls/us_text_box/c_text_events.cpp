@@ -2,22 +2,12 @@
 
 #include "base/text.h"
 #include "controls/us_text_box/entry_box.h"
+#include "services/distinct_records_win.h"
 
 namespace kestrelon {
 namespace {
 
 constexpr long kForward = 1, kFromFirst = 1;  // of the record set's Find
-constexpr long kClient = 3, kStatic = 3, kReadOnly = 1;
-
-LateObject make_record_set() {
-  CLSID id{};
-  ComPtr<IDispatch> made;
-  if (FAILED(CLSIDFromProgID(L"ADODB.Recordset", &id)) ||
-      FAILED(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, made.put_void())))
-    throw ComError(REGDB_E_CLASSNOTREG);
-  return LateObject(made);
-}
-
 std::wstring text_in(const Variant& value) {
   Variant text;
   if (V_VT(&value) == VT_NULL || V_VT(&value) == VT_EMPTY ||
@@ -43,12 +33,7 @@ void cTextEvents::Texto_Inicializar(IDispatch* connection, const std::wstring& f
   Texto_Finalizar();
   if (connection == nullptr || field.empty()) return;
   try {
-    LateObject records = make_record_set();
-    records.put_property(L"CursorLocation", Variant(kClient));
-    const std::wstring query = L"SELECT DISTINCT " + field + L" FROM " + table + L";";
-    records.call(L"Open", {Variant(std::wstring_view(query)), Variant(connection), Variant(kStatic),
-                           Variant(kReadOnly)});
-    records_ = std::move(records);
+    records_ = open_distinct_records(connection, field, table);
     field_ = field;
   } catch (const ComError&) {
     Texto_Finalizar();

@@ -195,18 +195,4 @@ void EntryBox::paste() {
   if (!text.empty()) insert(text);
 }
 
-std::wstring clipboard_text(HWND owner) {
-  std::wstring text;
-  if (!OpenClipboard(owner)) return text;
-  if (const HANDLE data = GetClipboardData(CF_UNICODETEXT)) {
-    const auto* const units = static_cast<const wchar_t*>(GlobalLock(data));
-    // Another program's memory: its length counts, not the zero that it should end with.
-    const size_t most = GlobalSize(data) / sizeof(wchar_t);
-    if (units != nullptr) text.assign(units, std::find(units, units + most, L'\0'));
-    GlobalUnlock(data);
-  }
-  CloseClipboard();
-  return text;
-}
-
 }  // namespace kestrelon

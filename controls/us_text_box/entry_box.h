@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include "frame/clipboard.h"
 #include "frame/inner/child_edit.h"
 #include "services/typing/entry_field.h"
 
@@ -88,8 +89,5 @@ class EntryBox final : private ChildEditOwner {
   bool writing_ = false;  // what the window tells now comes from us
   wchar_t password_ = 0;
 };
-
-/// Text of the clipboard; empty without any.
-std::wstring clipboard_text(HWND owner);
 
 }  // namespace kestrelon

@@ -2,6 +2,10 @@
 
 #include <commctrl.h>
 
+#include <utility>
+
+#include "frame/text.h"
+
 namespace kestrelon {
 
 ChildEdit::~ChildEdit() {
@@ -71,9 +75,29 @@ void ChildEdit::set_read_only(bool read_only) {
   if (hwnd() != nullptr) SendMessageW(hwnd(), EM_SETREADONLY, read_only, 0);
 }
 
-void ChildEdit::set_cue(const std::wstring& text) {
-  if (hwnd() != nullptr)
-    SendMessageW(hwnd(), EM_SETCUEBANNER, FALSE, reinterpret_cast<LPARAM>(text.c_str()));
+void ChildEdit::set_cue(const std::wstring& text, COLORREF color) {
+  if (text == cue_ && color == cue_color_) return;
+  cue_ = text;
+  cue_color_ = color;
+  if (hwnd() != nullptr) InvalidateRect(hwnd(), nullptr, TRUE);
+}
+
+bool ChildEdit::paint_cue() {
+  if (cue_.empty() || GetWindowTextLengthW(hwnd()) > 0) return false;
+  RECT area{};
+  GetClientRect(hwnd(), &area);
+  PAINTSTRUCT paint;
+  const HDC dc = BeginPaint(hwnd(), &paint);
+  if (const HBRUSH brush = colors(dc)) FillRect(dc, &area, brush);
+  const auto font = reinterpret_cast<HGDIOBJ>(SendMessageW(hwnd(), WM_GETFONT, 0, 0));
+  const HGDIOBJ displaced = font != nullptr ? SelectObject(dc, font) : nullptr;
+  const bool right = (GetWindowLongPtrW(hwnd(), GWL_STYLE) & ES_RIGHT) != 0;
+  SetBkMode(dc, TRANSPARENT);
+  SetTextColor(dc, cue_color_);
+  DrawTextUnicode(dc, cue_, -1, &area, DT_NOPREFIX | DT_SINGLELINE | (right ? DT_RIGHT : DT_LEFT));
+  if (displaced != nullptr) SelectObject(dc, displaced);
+  EndPaint(hwnd(), &paint);
+  return true;
 }
 
 int ChildEdit::line_height() const {
@@ -89,7 +113,11 @@ int ChildEdit::line_height() const {
 }
 
 void ChildEdit::command(UINT code) {
-  if (code == EN_CHANGE) owner_.edit_changed(*this);
+  if (code != EN_CHANGE) return;
+  const bool empty = GetWindowTextLengthW(hwnd()) == 0;
+  if (std::exchange(showed_empty_, empty) != empty && !cue_.empty())
+    InvalidateRect(hwnd(), nullptr, TRUE);
+  owner_.edit_changed(*this);
 }
 
 HBRUSH ChildEdit::colors(HDC dc) {
@@ -101,6 +129,10 @@ HBRUSH ChildEdit::colors(HDC dc) {
 
 bool ChildEdit::message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result) {
   if (owner_.edit_message(*this, message, wparam, lparam, result)) return true;
+  if (message == WM_PAINT && wparam == 0 && hwnd() != nullptr && paint_cue()) {
+    result = 0;
+    return true;
+  }
   const bool single_line =
       hwnd() != nullptr && (GetWindowLongPtrW(hwnd(), GWL_STYLE) & ES_MULTILINE) == 0;
   // Keys that a box of one line has no use for; the system would beep.

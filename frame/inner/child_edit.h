@@ -54,8 +54,9 @@ class ChildEdit final : public InnerWindow {
   /// The system refuses longer typing; 0 is no limit.
   void set_limit(int characters);
   void set_read_only(bool read_only);
-  /// Hint shown while the box is empty, where the system has one.
-  void set_cue(const std::wstring& text);
+  /// Hint drawn while the box is empty, with the focus too; the system's own would need a newer
+  /// library in the host.
+  void set_cue(const std::wstring& text, COLORREF color);
   /// The height that one line of the font needs, in pixels.
   int line_height() const;
 
@@ -66,7 +67,12 @@ class ChildEdit final : public InnerWindow {
   bool message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result) override;
 
  private:
+  bool paint_cue();
+
   ChildEditOwner& owner_;
+  std::wstring cue_;
+  COLORREF cue_color_ = 0;
+  bool showed_empty_ = true;
   HBRUSH brush_ = nullptr;
   COLORREF text_color_ = 0;
   COLORREF back_color_ = 0xFFFFFF;

@@ -89,6 +89,11 @@ CellParts cell_parts(const GridMetrics& metrics, const CellShape& shape) {
   return parts;
 }
 
+int plain_room(const GridMetrics& metrics, const PixelRect& text) {
+  const int plain = std::min(text.bottom - text.top, metrics.row_h - metrics.line_width);
+  return plain - 2 * metrics.vertical_offset;
+}
+
 int progress_width(int width, double value) {
   const double held = value > 0 ? std::min(value, 100.0) : 0;
   return width <= 0 ? 0 : round_half_even(width / 100.0 * held);

@@ -15,13 +15,20 @@ const std::vector<PageEntry>& pages() {
       {L"USTreeView", L"Listas", build_us_tree_view_page},
       {L"USTextBox", L"Controles básicos", build_us_text_box_page},
       {L"USLabel", L"Controles básicos", build_us_label_page},
+      {L"USProgressBar", L"Controles básicos", build_us_progress_bar_page},
+      {L"USPictureLCD", L"Controles básicos", build_us_picture_lcd_page},
       {L"Pedido de venda", L"Controles básicos", build_order_entry_page},
       {L"USListBox", L"Listas", build_us_list_box_page},
+      {L"USComboBox", L"Listas", build_us_combo_box_page},
       {L"c32bppDIB", L"Imagens", build_images_page},
       {L"USAlphaImage", L"Imagens", build_us_alpha_image_page},
       {L"USAnimatedImage", L"Imagens", build_animated_image_page},
       {L"USImageList", L"Imagens", build_image_list_page},
       {L"USToolBar", L"Janelas", build_us_tool_bar_page},
+      {L"KN_MSGBOX", L"Janelas", build_message_box_page},
+      {L"USStatusBar", L"Janelas", build_us_status_bar_page},
+      {L"USRibbon", L"Janelas", build_us_ribbon_page},
+      {L"USRibbon estados", L"Janelas", build_us_ribbon_states_page},
   };
   return list;
 }

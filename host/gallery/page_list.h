@@ -13,7 +13,10 @@ void build_image_list_page(Page& page);
 void build_animated_image_page(Page& page);
 void build_us_check_box_page(Page& page);
 void build_us_list_box_page(Page& page);
+void build_us_combo_box_page(Page& page);
 void build_us_label_page(Page& page);
+void build_us_progress_bar_page(Page& page);
+void build_us_picture_lcd_page(Page& page);
 void build_us_flex_grid_page(Page& page);
 void build_us_scroll_bar_page(Page& page);
 void build_us_text_box_page(Page& page);
@@ -21,5 +24,9 @@ void build_us_option_button_page(Page& page);
 void build_us_calendar_page(Page& page);
 void build_us_tree_view_page(Page& page);
 void build_us_tool_bar_page(Page& page);
+void build_message_box_page(Page& page);
+void build_us_status_bar_page(Page& page);
+void build_us_ribbon_page(Page& page);
+void build_us_ribbon_states_page(Page& page);
 
 }  // namespace kestrelon::host

@@ -3,15 +3,13 @@
 #include "host/gallery/page.h"
 #include "host/gallery/page_list.h"
 #include "host/gallery/sample_files.h"
-#include "host/late_bound.h"
+#include "host/put_indexed.h"
 
 namespace kestrelon::host {
 namespace {
 
 constexpr COLORREF kFieldBorder = RGB(0xB3, 0xCE, 0xF2);
-constexpr COLORREF kHeader = RGB(0xE3, 0xEF, 0xFF);
 constexpr int kWidth = 792;
-constexpr int kBar = 18;  // of the list's scroll bar, with its line
 
 void box(HDC hdc, const RECT& area, COLORREF border, COLORREF inside) {
   const auto fill = [&](const RECT& r, COLORREF color) {
@@ -37,47 +35,75 @@ void set_font(IDispatch* control) {
   put_property(control, L"Font", Variant(static_cast<IDispatch*>(font.get())));
 }
 
-struct Item {
-  const wchar_t* cells[5];
+constexpr const wchar_t* kItems[] = {
+    L"1020\tParafuso sextavado 1/4\" zincado\t200\t0,85\t170,00",
+    L"1044\tArruela lisa 1/4\"\t400\t0,12\t48,00",
+    L"2310\tChave combinada 10 mm\t6\t21,90\t131,40",
+    L"2315\tChave combinada 13 mm\t6\t24,50\t147,00",
+    L"5002\tLuva de vaqueta, par\t25\t18,70\t467,50",
+    L"5110\tÓculos de proteção incolor\t25\t9,90\t247,50",
 };
-constexpr Item kItems[] = {
-    {{L"1020", L"Parafuso sextavado 1/4\" zincado", L"200", L"0,85", L"170,00"}},
-    {{L"1044", L"Arruela lisa 1/4\"", L"400", L"0,12", L"48,00"}},
-    {{L"2310", L"Chave combinada 10 mm", L"6", L"21,90", L"131,40"}},
-    {{L"2315", L"Chave combinada 13 mm", L"6", L"24,50", L"147,00"}},
-    {{L"5002", L"Luva de vaqueta, par", L"25", L"18,70", L"467,50"}},
-    {{L"5110", L"Óculos de proteção incolor", L"25", L"9,90", L"247,50"}},
+constexpr int kItemsHeight = 172;
+
+struct Column {
+  const wchar_t* heading;
+  int width;  // pixels
+  long alignment;
+  long type;
+  const wchar_t* format;
+  bool locked = false;
+};
+constexpr long kLeft = 4, kRight = 6, kText = 0, kNumber = 1;
+constexpr Column kColumns[] = {
+    {L"Código", 70, kLeft, kText, L""},
+    {L"Descrição", 370, kLeft, kText, L""},
+    {L"Quant.", 90, kRight, kNumber, L"#,##0"},
+    {L"Unitário", 120, kRight, kNumber, L"#,##0.00"},
+    {L"Total", 138, kRight, kNumber, L"#,##0.00", true},
 };
 
+// A changed quantity or price brings the total of its line up to date.
+void multiply(IDispatch* grid, long row, long column, const std::wstring& text) {
+  constexpr long kQuantity = 2, kPrice = 3, kTotal = 4;
+  if (column != kQuantity && column != kPrice) return;
+  put_indexed(grid, L"CellText", {Variant(row), Variant(column)}, Variant(text));
+  const auto value = [&](long of) {
+    return to_double(get_property(grid, L"CellValue", {Variant(row), Variant(of)}));
+  };
+  put_indexed(grid, L"CellValue", {Variant(row), Variant(kTotal)},
+              Variant(value(kQuantity) * value(kPrice)));
+}
+
 void items(Page& page, int y) {
-  constexpr int kColumns[] = {0, 70, 440, 530, 650, kWidth - kBar};
-  constexpr int kFirstNumber = 2;  // this column and those after it hold numbers
-  constexpr Item kHeads = {{L"Código", L"Descrição", L"Quant.", L"Unitário", L"Total"}};
-  constexpr int kRow = 22;
-  const int rows = static_cast<int>(std::size(kItems));
-  page.paint(
-      make_rect(look::kMargin, y, kWidth, kRow * (rows + 1) + 2), [=](HDC hdc, const RECT& area) {
-        box(hdc, area, kFieldBorder, look::kPaper);
-        for (int row = 0; row <= rows; ++row) {
-          const Item& item = row == 0 ? kHeads : kItems[row - 1];
-          const LONG top = area.top + 1 + row * kRow;
-          if (row % 2 == 0)
-            box(hdc, {area.left + 1, top, area.right - 1, top + kRow},
-                row == 0 ? kHeader : look::kSide, row == 0 ? kHeader : look::kSide);
-          for (int i = 0; i < 5; ++i)
-            draw_text(
-                hdc,
-                {area.left + kColumns[i] + 8, top + 3, area.left + kColumns[i + 1] - 8, top + kRow},
-                item.cells[i], TextStyle::kLabel, i < kFirstNumber ? DT_LEFT : DT_RIGHT);
-        }
+  const auto site = page.control(
+      L"Kestrelon2012.USFlexGrid", make_rect(look::kMargin, y, kWidth, kItemsHeight),
+      [](IDispatch* grid) {
+        constexpr double kTwips = 15;
+        put_property(grid, L"Redraw", Variant(false));
+        set_font(grid);
+        put_property(grid, L"Theme", Variant(0L));
+        put_property(grid, L"ColumnHeaderLines", Variant(short{1}));
+        for (const Column& column : kColumns)
+          call_method(grid, L"AddColumn",
+                      {Variant(column.heading), Variant(column.width * kTwips - 1),
+                       Variant(column.alignment), Variant(column.type), Variant(column.format),
+                       Variant(L""), Variant(kLeft), Variant(false), Variant(0L), Variant(true),
+                       Variant(column.locked)});
+        for (const wchar_t* const item : kItems) call_method(grid, L"AddItem", {Variant(item)});
+        for (const wchar_t* const name : {L"AllowEdit", L"AllowInsert", L"AllowDelete",
+                                          L"AllowColumnResizing", L"TotalLineShow"})
+          put_property(grid, name, Variant(true));
+        put_property(grid, L"FocusRectMode", Variant(2L));
+        put_property(grid, L"EditMove", Variant(1L));
+        call_method(grid, L"RowColSet", {Variant(2L), Variant(2L)});
+        put_property(grid, L"Redraw", Variant(true));
       });
-  page.control(L"Kestrelon2012.USScrollBar",
-               make_rect(look::kMargin + kWidth - kBar, y + 1, kBar - 1, kRow * (rows + 1)),
-               [](IDispatch* control) {
-                 put_property(control, L"Orientation", Variant(0L));
-                 put_property(control, L"LargeChange", Variant(40L));
-                 put_property(control, L"Value", Variant(30L));
-               });
+  const ComPtr<IDispatch> grid = site->control_dispatch();
+  site->on_event([grid](const std::wstring& name, DISPPARAMS& params) {
+    if (name == L"AfterEdit")
+      multiply(grid.get(), to_long(event_value(params, 0)), to_long(event_value(params, 1)),
+               to_text(event_value(params, 2)));
+  });
 }
 
 void button(Page& page, const RECT& place, const wchar_t* caption, const wchar_t* file,
@@ -117,7 +143,7 @@ void build_order_entry_page(Page& page) {
   button(page, make_rect(x + 682, y + 14, 110, 28), L"&Calendário", L"calendar.ico");
   y += 56;
   items(page, y);
-  y += 22 * 7 + 18;
+  y += kItemsHeight + 16;
 
   page.text(make_rect(x, y, 170, 18), L"Pagamento");
   choice(page, L"USOptionButton", x, y + 22, L"À &vista", false);

@@ -7,7 +7,7 @@
 #include "base/byte_reader.h"
 #include "imaging/image_list/huffman_block.h"
 #include "imaging/png_format.h"
-#include "imaging/png_reader.h"
+#include "imaging/png_parser.h"
 #include "imaging/png_writer.h"
 #include "imaging/zlib_api.h"
 
@@ -28,10 +28,10 @@ bool equal_pixels(const c32bppDIB& a, const c32bppDIB& b) {
 // that are partly transparent; it serves where it does not.
 std::vector<uint8_t> exact_png(const c32bppDIB& picture) {
   std::vector<uint8_t> bytes;
-  if (write_exact_png(picture, bytes)) return bytes;
+  if (cPNGwriter::SaveExact(picture, bytes)) return bytes;
   c32bppDIB again;
-  if (picture.SaveToStream_PNG(bytes) && read_png(bytes, again) && again.has_image() &&
-      equal_pixels(picture, again))
+  if (picture.SaveToStream_PNG(bytes) && cPNGparser::LoadStream(bytes, again) &&
+      again.has_image() && equal_pixels(picture, again))
     return bytes;
   return {};
 }
@@ -67,7 +67,7 @@ bool unpack_raw(std::span<const uint8_t> bytes, int32_t count, ImageStrip& strip
 
 bool unpack_png(std::span<const uint8_t> bytes, int32_t count, ImageStrip& strip) {
   c32bppDIB picture;
-  if (!read_png(bytes, picture) || !picture.has_image()) return false;
+  if (!cPNGparser::LoadStream(bytes, picture) || !picture.has_image()) return false;
   const int64_t cells =
       int64_t{picture.Width() / strip.cell_width()} * (picture.Height() / strip.cell_height());
   if (cells < count) return false;

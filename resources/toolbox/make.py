@@ -116,6 +116,20 @@ def us_list_box(canvas):
     canvas.rectangle(2, 5, 14, 9, vertical((0xDF, 0xEE, 0xFC), (0xB9, 0xD3, 0xEE), 5, 9))
     for row, end in ((3, 11), (6, 10), (11, 12)):
         canvas.rectangle(4, row, end, row + 1, (0x3A, 0x3A, 0x3A))
+def us_combo_box(canvas):
+    canvas.rectangle(0, 1, 16, 8, (0xFF, 0xFF, 0xFF))
+    canvas.rectangle(10, 2, 15, 7, vertical((0xDF, 0xEE, 0xFC), (0xB9, 0xD3, 0xEE), 2, 7))
+    canvas.rectangle(9, 2, 10, 7, (0x9C, 0xB8, 0xD8))
+    canvas.frame(0, 1, 16, 8, BORDER)
+    canvas.rectangle(2, 4, 7, 5, (0x3A, 0x3A, 0x3A))
+    for row in range(2):
+        canvas.rectangle(11 + row, 4 + row, 14 - row, 5 + row, BORDER)
+    canvas.rectangle(1, 8, 13, 15, (0xFF, 0xFF, 0xFF))
+    canvas.frame(1, 7, 13, 15, (0x7F, 0x9F, 0xC6))
+    for row, end in ((9, 9), (12, 10)):
+        canvas.rectangle(3, row, end, row + 1, (0x6A, 0x6A, 0x6A))
+
+
 def us_label(canvas):
     canvas.fill(stroke([(2.6, 13.0), (8.0, 1.8), (13.4, 13.0)], 2.0), BORDER, 0, 0, 16, 15)
     canvas.fill(stroke([(4.6, 9.4), (11.4, 9.4)], 1.8), MARK, 0, 0, 16, 15)
@@ -128,6 +142,64 @@ def us_flex_grid(canvas):
     canvas.rectangle(6, 1, 7, 14, (0x9C, 0xB8, 0xD8))
     canvas.rectangle(10, 1, 11, 14, (0x9C, 0xB8, 0xD8))
     canvas.frame(1, 1, 15, 14, BORDER)
+
+
+def us_progress_bar(canvas):
+    canvas.rectangle(0, 4, 16, 11, (0xFF, 0xFF, 0xFF))
+    canvas.rectangle(1, 5, 10, 10, vertical((0x9C, 0xE0, 0x90), (0x22, 0xA8, 0x20), 5, 10))
+    canvas.frame(0, 4, 16, 11, BORDER)
+
+
+def us_picture_lcd(canvas):
+    canvas.rectangle(0, 1, 16, 14, vertical((0xF4, 0xF9, 0xFE), (0xCF, 0xE2, 0xF5), 1, 14))
+    canvas.frame(0, 1, 16, 14, BORDER)
+    for left, bars in ((3, "abdeg"), (9, "abcdg")):  # the digits 2 and 3
+        for name, area in {"a": (0, 3, 4, 4), "b": (4, 4, 5, 7), "c": (4, 8, 5, 11), "d": (0, 11, 4, 12), "e": (-1, 8, 0, 11), "g": (0, 7, 4, 8)}.items():
+            if name in bars:
+                canvas.rectangle(left + area[0], area[1], left + area[2], area[3], MARK)
+
+
+def us_group_box(canvas):
+    canvas.rectangle(1, 2, 15, 14, (0xFF, 0xFF, 0xFF))
+    canvas.rectangle(1, 2, 15, 6, vertical((0xF4, 0xF9, 0xFE), (0xB9, 0xD3, 0xEE), 2, 6))
+    canvas.frame(1, 2, 15, 14, BORDER)
+    canvas.rectangle(3, 3, 9, 5, (0x3A, 0x3A, 0x3A))
+    for top in (8, 11):
+        canvas.rectangle(3, top, 5, top + 2, MARK)
+        canvas.rectangle(7, top, 12, top + 1, (0x3A, 0x3A, 0x3A))
+
+
+def us_text_box_ex(canvas):
+    canvas.rectangle(1, 0, 15, 15, (0xFF, 0xFF, 0xFF))
+    canvas.frame(1, 0, 15, 15, BORDER)
+    for top, end in ((3, 11), (6, 9), (9, 11), (12, 7)):
+        canvas.rectangle(3, top, end, top + 1, (0x3A, 0x3A, 0x3A))
+    canvas.rectangle(12, 1, 14, 14, vertical((0xF4, 0xF9, 0xFE), (0xB9, 0xD3, 0xEE), 1, 14))
+    canvas.rectangle(12, 3, 14, 7, (0x5C, 0x94, 0xCC))
+
+def us_status_bar(canvas):
+    canvas.rectangle(0, 5, 16, 13, vertical((0xFD, 0xFE, 0xFF), (0xC4, 0xDA, 0xF0), 5, 13))
+    canvas.frame(0, 5, 16, 13, BORDER)
+    canvas.rectangle(2, 9, 6, 10, (0x3A, 0x3A, 0x3A))
+    canvas.rectangle(7, 6, 8, 12, (0x9C, 0xB8, 0xD8))
+    canvas.rectangle(9, 8, 11, 11, MARK)
+    for step in range(3):  # the grip
+        for column in range(step + 1):
+            canvas.rectangle(14 - column, 9 + step, 15 - column, 10 + step, BORDER)
+
+
+
+def us_ribbon(canvas):
+    canvas.rectangle(0, 4, 16, 14, vertical((0xFD, 0xFE, 0xFF), (0xC4, 0xDA, 0xF0), 4, 14))
+    canvas.frame(0, 4, 16, 14, BORDER)
+    canvas.rectangle(1, 1, 7, 5, (0xFD, 0xFE, 0xFF))
+    canvas.rectangle(1, 1, 7, 2, BORDER)
+    canvas.rectangle(1, 1, 2, 5, BORDER)
+    canvas.rectangle(6, 1, 7, 5, BORDER)
+    canvas.rectangle(2, 6, 6, 10, (0xF2, 0xB1, 0x2A))
+    canvas.rectangle(7, 6, 11, 10, (0x5C, 0x94, 0xCC))
+    canvas.rectangle(12, 6, 13, 12, (0x9C, 0xB8, 0xD8))
+    canvas.rectangle(2, 11, 11, 12, (0x9C, 0xB8, 0xD8))
 
 
 ICONS = {name: draw for name, draw in list(globals().items()) if name.startswith("us_")}

@@ -17,6 +17,7 @@
 #include "services/kn_random.h"
 #include "services/kn_shell_win.h"
 #include "services/kn_text.h"
+#include "services/msgbox/kn_msgbox_win.h"
 
 namespace kestrelon {
 

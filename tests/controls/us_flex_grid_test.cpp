@@ -1,51 +1,10 @@
-#include <gmock/gmock.h>
-
-#include "tests/controls/control_fixture.h"
+#include "tests/controls/us_flex_grid_fixture.h"
 
 namespace kestrelon::host {
 namespace {
 
 using testing::Contains;
-using testing::ElementsAre;
 using testing::Not;
-using Names = std::vector<std::wstring>;
-
-constexpr int kWidth = 300, kHeight = 200;
-
-class FlexGridTest : public ControlTest {
- protected:
-  FlexGridTest() : site_(place(L"USFlexGrid", RECT{20, 20, 20 + kWidth, 20 + kHeight})) {}
-
-  void show() {
-    bring_up(form_);
-    mouse_away();
-    part_clicks();
-    take_log(*site_);
-  }
-  IDispatch* grid() { return site_->control_dispatch().get(); }
-  HWND window() { return site_->window(); }
-  Variant call(const wchar_t* name, std::vector<Variant> arguments = {}) {
-    return call_method(grid(), name, std::move(arguments));
-  }
-  void column(const wchar_t* heading, long type = 0) {
-    call(L"AddColumn", {Variant(heading), Variant(1200.0), Variant(4L), Variant(type)});
-  }
-  void row(const wchar_t* texts) { call(L"AddItem", {Variant(texts)}); }
-  std::wstring text(long r, long c) {
-    return to_text(get_property(grid(), L"CellText", {Variant(r), Variant(c)}));
-  }
-  /// Two columns, names and amounts, three rows.
-  void fill() {
-    column(L"Nome");
-    column(L"Valor", 1);
-    row(L"Bia\t20");
-    row(L"Ana\t3");
-    row(L"Caio\t100");
-  }
-  void focus() { SetFocus(window()); }
-
-  ComPtr<ControlSite> site_;
-};
 
 TEST_F(FlexGridTest, KeepsWhatIsAddedAndAnswersWhatLiesOutside) {
   row(L"sem coluna");

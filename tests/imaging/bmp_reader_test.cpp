@@ -1,4 +1,4 @@
-#include "imaging/bmp_reader.h"
+#include "imaging/bmp_parser.h"
 
 #include <gtest/gtest.h>
 
@@ -43,7 +43,7 @@ Bytes make_bmp(const BmpSpec& spec) {
 
 std::vector<uint32_t> read_pixels(const BmpSpec& spec) {
   c32bppDIB image;
-  return read_bmp(make_bmp(spec), image) ? pixels(image) : std::vector<uint32_t>{};
+  return cBMPparser::LoadStream(make_bmp(spec), image) ? pixels(image) : std::vector<uint32_t>{};
 }
 
 const Bytes kFourColours =
@@ -54,24 +54,24 @@ using Pixels = std::vector<uint32_t>;
 TEST(BmpReader, TellsStraightFromPremultipliedAlphaIn32Bits) {
   c32bppDIB image;
   // Colour above its alpha: straight. From the bottom row up.
-  ASSERT_TRUE(read_bmp(
+  ASSERT_TRUE(cBMPparser::LoadStream(
       make_bmp({.width = 1, .bits = 32, .rows = wire({{0x80FF4000, 4}, {0xFF102030, 4}})}), image));
   EXPECT_EQ(image.ImageType(), ImageFormat::BitmapArgb);
   EXPECT_EQ(image.Alpha(), AlphaType::Complex);
   EXPECT_EQ(pixels(image), (Pixels{0xFF102030, 0x80802000}));
 
-  ASSERT_TRUE(read_bmp(
+  ASSERT_TRUE(cBMPparser::LoadStream(
       make_bmp({.width = 1, .bits = 32, .rows = wire({{0x80804000, 4}, {0xFF102030, 4}})}), image));
   EXPECT_EQ(image.ImageType(), ImageFormat::BitmapPargb);
   EXPECT_EQ(pixels(image), (Pixels{0xFF102030, 0x80804000}));
 
-  ASSERT_TRUE(read_bmp(
+  ASSERT_TRUE(cBMPparser::LoadStream(
       make_bmp({.width = 1, .bits = 32, .rows = wire({{0x00FF4000, 4}, {0x00102030, 4}})}), image));
   EXPECT_EQ(image.ImageType(), ImageFormat::Bitmap);
   EXPECT_EQ(image.Alpha(), AlphaType::None);
   EXPECT_EQ(pixels(image), (Pixels{0xFF102030, 0xFFFF4000}));
 
-  ASSERT_TRUE(read_bmp(
+  ASSERT_TRUE(cBMPparser::LoadStream(
       make_bmp({.width = 1, .bits = 32, .rows = wire({{0xFFFF4000, 4}, {0xFF102030, 4}})}), image));
   EXPECT_EQ(image.ImageType(), ImageFormat::Bitmap);
   EXPECT_EQ(image.Alpha(), AlphaType::None);
@@ -182,13 +182,13 @@ TEST(BmpReader, WidensShortChannelsToTheFullRange) {
 TEST(BmpReader, TakesAlphaFromItsMask) {
   c32bppDIB image;
   const Bytes masks = wire({{0x0F00, 4}, {0x00F0, 4}, {0x000F, 4}, {0xF000, 4}});
-  ASSERT_TRUE(read_bmp(make_bmp({.width = 2,
-                                 .height = 1,
-                                 .bits = 16,
-                                 .compression = 6,
-                                 .after_header = masks,
-                                 .rows = wire({{0x8F00, 2}, {0xF0F0, 2}})}),
-                       image));
+  ASSERT_TRUE(cBMPparser::LoadStream(make_bmp({.width = 2,
+                                               .height = 1,
+                                               .bits = 16,
+                                               .compression = 6,
+                                               .after_header = masks,
+                                               .rows = wire({{0x8F00, 2}, {0xF0F0, 2}})}),
+                                     image));
   EXPECT_EQ(image.ImageType(), ImageFormat::BitmapArgb);
   EXPECT_EQ(pixels(image), (Pixels{0x88880000, kGreen}));
   // Bit fields without an alpha mask ignore the spare byte.
@@ -256,15 +256,19 @@ TEST(BmpReader, ExpandsRunLengths) {
 TEST(BmpReader, RefusesMoreThanItsBytesCanMean) {
   c32bppDIB image;
   const Bytes end = {0, 1};
-  EXPECT_FALSE(read_bmp(
+  EXPECT_FALSE(cBMPparser::LoadStream(
       make_bmp({.width = 16000, .height = 16000, .bits = 8, .compression = 1, .rows = end}),
       image));
-  EXPECT_FALSE(read_bmp(make_bmp({.width = 16000, .height = 16000, .rows = Bytes(64)}), image));
-  EXPECT_FALSE(read_bmp(make_bmp({.width = 1 << 30, .height = 1 << 30, .bits = 0}), image));
-  EXPECT_FALSE(read_bmp(make_bmp({.width = 2, .height = INT32_MIN, .bits = 1}), image));
-  EXPECT_FALSE(read_bmp(make_bmp({.width = 0, .rows = Bytes(64)}), image));
-  EXPECT_FALSE(read_bmp(make_bmp({.height = 0, .rows = Bytes(64)}), image));
-  EXPECT_FALSE(read_bmp(make_bmp({.compression = 4, .rows = Bytes(64)}), image));  // JPEG inside
+  EXPECT_FALSE(cBMPparser::LoadStream(
+      make_bmp({.width = 16000, .height = 16000, .rows = Bytes(64)}), image));
+  EXPECT_FALSE(
+      cBMPparser::LoadStream(make_bmp({.width = 1 << 30, .height = 1 << 30, .bits = 0}), image));
+  EXPECT_FALSE(
+      cBMPparser::LoadStream(make_bmp({.width = 2, .height = INT32_MIN, .bits = 1}), image));
+  EXPECT_FALSE(cBMPparser::LoadStream(make_bmp({.width = 0, .rows = Bytes(64)}), image));
+  EXPECT_FALSE(cBMPparser::LoadStream(make_bmp({.height = 0, .rows = Bytes(64)}), image));
+  EXPECT_FALSE(cBMPparser::LoadStream(make_bmp({.compression = 4, .rows = Bytes(64)}),
+                                      image));  // JPEG inside
 }
 
 TEST(BmpReader, DoesNotNeedThePaddingOfTheLastRow) {
@@ -298,7 +302,8 @@ TEST(BmpReader, SurvivesHostileBytes) {
        .after_header = wire({{0xF800, 4}, {0x07E0, 4}, {0x1E, 4}, {1, 4}}),
        .rows = Bytes(16, 0x5A)},
   };
-  for (const BmpSpec& spec : samples) expect_survives_hostile_bytes(read_bmp, make_bmp(spec));
+  for (const BmpSpec& spec : samples)
+    expect_survives_hostile_bytes(cBMPparser::LoadStream, make_bmp(spec));
 }
 
 #if !defined(_WIN32)
@@ -319,7 +324,7 @@ TEST(BmpReader, AgreesWithImageMagickOnItsFiles) {
   for (const char* const command : commands) {
     ASSERT_TRUE(shop.run(command)) << command;
     c32bppDIB image;
-    ASSERT_TRUE(read_bmp(shop.read("x.bmp"), image)) << command;
+    ASSERT_TRUE(cBMPparser::LoadStream(shop.read("x.bmp"), image)) << command;
     EXPECT_EQ(image.Width(), 37);
     EXPECT_EQ(image.Alpha(), AlphaType::None);
     EXPECT_EQ(pixels(image), shop.reference("x.bmp")) << command;

@@ -1,8 +1,7 @@
-#include "imaging/bmp_writer.h"
+#include "imaging/bmp_parser.h"
 
 #include <gtest/gtest.h>
 
-#include "imaging/bmp_reader.h"
 #include "tests/imaging/pictures.h"
 
 namespace kestrelon::test {
@@ -13,9 +12,9 @@ TEST(BmpWriter, RoundTripsOpaquePicturesOfEveryRowLength) {
     c32bppDIB image, back;
     fill_opaque(image, width, 3);
     Bytes file;
-    ASSERT_TRUE(write_bmp(image, {}, file));
+    ASSERT_TRUE(cBMPparser::SaveAsBMP(image, {}, file));
     EXPECT_EQ(file.size(), 54u + static_cast<size_t>((width * 3 + 3) / 4 * 4) * 3);
-    ASSERT_TRUE(read_bmp(file, back));
+    ASSERT_TRUE(cBMPparser::LoadStream(file, back));
     EXPECT_EQ(pixels(back), pixels(image));
   }
 }
@@ -24,13 +23,13 @@ TEST(BmpWriter, KeepsAlphaWhenAsked) {
   c32bppDIB image, back;
   fill_translucent(image, 40, 9);
   Bytes file;
-  ASSERT_TRUE(write_bmp(image, {.keep_premultiplied = true}, file));
-  ASSERT_TRUE(read_bmp(file, back));
+  ASSERT_TRUE(cBMPparser::SaveAsBMP(image, {.keep_premultiplied = true}, file));
+  ASSERT_TRUE(cBMPparser::LoadStream(file, back));
   EXPECT_EQ(back.ImageType(), ImageFormat::BitmapPargb);
   EXPECT_EQ(pixels(back), pixels(image));
   // There is no alpha to keep in an opaque picture.
   fill_opaque(image, 4, 1);
-  ASSERT_TRUE(write_bmp(image, {.keep_premultiplied = true}, file));
+  ASSERT_TRUE(cBMPparser::SaveAsBMP(image, {.keep_premultiplied = true}, file));
   EXPECT_EQ(file[28], 24);
 }
 
@@ -40,15 +39,15 @@ TEST(BmpWriter, LaysTransparencyOverTheFillColour) {
   set_pixel(image, 0, 0, 0xFF102030);
   set_pixel(image, 1, 0, 0x80400000);
   Bytes file;
-  ASSERT_TRUE(write_bmp(image, {.fill_colour = 0x000000FF}, file));  // red
-  ASSERT_TRUE(read_bmp(file, back));
+  ASSERT_TRUE(cBMPparser::SaveAsBMP(image, {.fill_colour = 0x000000FF}, file));  // red
+  ASSERT_TRUE(cBMPparser::LoadStream(file, back));
   EXPECT_EQ(pixels(back), (std::vector<uint32_t>{0xFF102030, 0xFFBF0000, 0xFFFF0000}));
 }
 
 TEST(BmpWriter, FailsWithoutAnImage) {
   c32bppDIB image;
   Bytes file = {1};
-  EXPECT_FALSE(write_bmp(image, {}, file));
+  EXPECT_FALSE(cBMPparser::SaveAsBMP(image, {}, file));
   EXPECT_TRUE(file.empty());
 }
 
@@ -59,7 +58,7 @@ TEST(BmpWriter, WritesWhatOthersRead) {
   c32bppDIB image;
   fill_opaque(image, 31, 17);
   Bytes file;
-  write_bmp(image, {}, file);
+  cBMPparser::SaveAsBMP(image, {}, file);
   shop.write("x.bmp", file);
   EXPECT_EQ(shop.reference("x.bmp"), pixels(image));
 }

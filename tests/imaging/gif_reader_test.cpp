@@ -1,4 +1,4 @@
-#include "imaging/gif_reader.h"
+#include "imaging/gif_parser.h"
 
 #include <gtest/gtest.h>
 
@@ -12,7 +12,7 @@ using Pixels = std::vector<uint32_t>;
 
 Pixels read_pixels(const Bytes& file) {
   c32bppDIB image;
-  return read_gif(file, image) ? pixels(image) : Pixels{};
+  return cGIFparser::LoadStream(file, image) ? pixels(image) : Pixels{};
 }
 
 TEST(GifReader, ReadsAFileOfAnotherEncoder) {
@@ -30,12 +30,13 @@ TEST(GifReader, ReadsAFileOfAnotherEncoder) {
       expected.push_back(*row == 'r' ? kRed : *row == 'b' ? kBlue : 0xFFFFFFFF);
   }
   EXPECT_EQ(read_pixels(file), expected);
-  expect_survives_hostile_bytes(read_gif, file);
+  expect_survives_hostile_bytes(cGIFparser::LoadStream, file);
 }
 
 TEST(GifReader, TakesTheFirstFrameAtItsOwnSize) {
   c32bppDIB image;
-  ASSERT_TRUE(read_gif(screen() + frame(2, 1, {1, 2}) + frame(1, 1, {3}) + kTrailer, image));
+  ASSERT_TRUE(
+      cGIFparser::LoadStream(screen() + frame(2, 1, {1, 2}) + frame(1, 1, {3}) + kTrailer, image));
   EXPECT_EQ(pixels(image), (Pixels{kRed, kGreen}));
   EXPECT_EQ(image.ImageType(), ImageFormat::Gif);
   EXPECT_EQ(image.Alpha(), AlphaType::None);
@@ -47,7 +48,7 @@ TEST(GifReader, TakesTheFirstFrameAtItsOwnSize) {
 
 TEST(GifReader, MakesTheTransparentIndexOfItsOwnTableClear) {
   c32bppDIB image;
-  ASSERT_TRUE(read_gif(screen() + control(1, 2) + frame(3, 1, {1, 2, 3}), image));
+  ASSERT_TRUE(cGIFparser::LoadStream(screen() + control(1, 2) + frame(3, 1, {1, 2, 3}), image));
   EXPECT_EQ(pixels(image), (Pixels{kRed, 0, kBlue}));
   EXPECT_EQ(image.Alpha(), AlphaType::Simple);
   // The flag decides, not the index.

@@ -1,11 +1,10 @@
-#include "imaging/gif_writer.h"
+#include "imaging/gif_parser.h"
 
 #include <gtest/gtest.h>
 
 #include <set>
 
 #include "imaging/colour_tree.h"
-#include "imaging/gif_reader.h"
 #include "tests/imaging/pictures.h"
 
 namespace kestrelon::test {
@@ -16,8 +15,8 @@ using Pixels = std::vector<uint32_t>;
 Pixels written_and_read(const c32bppDIB& image, const GifOptions& options = {}) {
   Bytes file;
   c32bppDIB back;
-  EXPECT_TRUE(write_gif(image, options, file));
-  EXPECT_TRUE(read_gif(file, back));
+  EXPECT_TRUE(cGIFparser::SaveAsGIF(image, options, file));
+  EXPECT_TRUE(cGIFparser::LoadStream(file, back));
   return pixels(back);
 }
 
@@ -141,7 +140,7 @@ TEST(GifWriter, WritesWhatOthersRead) {
     c32bppDIB image;
     fill_opaque(image, 200, 200, colours);
     Bytes file;
-    write_gif(image, {}, file);
+    cGIFparser::SaveAsGIF(image, {}, file);
     shop.write("x.gif", file);
     EXPECT_EQ(shop.reference("x.gif"), written_and_read(image)) << colours;
     ASSERT_TRUE(shop.run("giftopnm x.gif > y.ppm"));

@@ -1,4 +1,4 @@
-#include "imaging/ico_reader.h"
+#include "imaging/ico_parser.h"
 
 #include <gtest/gtest.h>
 
@@ -69,7 +69,7 @@ bool fake_png(std::span<const uint8_t> data, c32bppDIB& out) {
 }
 
 bool read_default(std::span<const uint8_t> data, c32bppDIB& out) {
-  return read_ico(data, {.read_png = fake_png}, out);
+  return cICOparser::LoadStream(data, {.read_png = fake_png}, out);
 }
 
 int32_t chosen(std::initializer_list<std::pair<int, int>> size_and_depth, int wanted, int depth) {
@@ -182,7 +182,7 @@ TEST(IcoReader, PicksTheWantedPicture) {
                                solid(32, 8, 0x20)});
   const auto read = [&](IcoOptions options, c32bppDIB& image) {
     options.read_png = fake_png;
-    EXPECT_TRUE(read_ico(file, options, image));
+    EXPECT_TRUE(cICOparser::LoadStream(file, options, image));
   };
   c32bppDIB image;
   read({.cx = 16, .cy = 16}, image);
@@ -199,11 +199,11 @@ TEST(IcoReader, PicksTheWantedPicture) {
 TEST(IcoReader, AnswersTrueForAnIconThatItCannotDecode) {
   c32bppDIB image;
   image.InitializeDIB(5, 5);
-  EXPECT_TRUE(read_ico(make_ico({{64, 64, 32, png_head(64, 64, 8, 6)}}), {}, image));
+  EXPECT_TRUE(cICOparser::LoadStream(make_ico({{64, 64, 32, png_head(64, 64, 8, 6)}}), {}, image));
   EXPECT_FALSE(image.has_image());
   const auto recognises_only = [](std::span<const uint8_t>, c32bppDIB&) { return true; };
-  EXPECT_TRUE(read_ico(make_ico({{64, 64, 32, png_head(64, 64, 8, 6)}}),
-                       {.read_png = recognises_only}, image));
+  EXPECT_TRUE(cICOparser::LoadStream(make_ico({{64, 64, 32, png_head(64, 64, 8, 6)}}),
+                                     {.read_png = recognises_only}, image));
   EXPECT_FALSE(image.has_image());
   EXPECT_EQ(image.ImageType(), ImageFormat::Error);
   EXPECT_TRUE(read_default(make_ico({{8, 8, 24, header(8, 8, 24)}}), image));
@@ -262,7 +262,7 @@ TEST(IcoReader, AgreesWithImageMagickOnItsFiles) {
   for (const char* const command : commands) {
     ASSERT_TRUE(shop.run(command)) << command;
     c32bppDIB image;
-    ASSERT_TRUE(read_ico(shop.read("x.ico"), {}, image)) << command;
+    ASSERT_TRUE(cICOparser::LoadStream(shop.read("x.ico"), {}, image)) << command;
     Pixels expected = shop.reference("x.ico");
     for (uint32_t& p : expected) p = p >> 24 == 0 ? 0 : p;
     EXPECT_EQ(pixels(image), expected) << command;

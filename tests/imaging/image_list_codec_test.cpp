@@ -1,7 +1,7 @@
 #include <random>
 
 #include "imaging/image_list/huffman_block.h"
-#include "imaging/png_reader.h"
+#include "imaging/png_parser.h"
 #include "imaging/png_writer.h"
 #include "png_test_tools.h"
 #include "tests/imaging/hostile.h"
@@ -146,7 +146,7 @@ TEST(ImageListImport, TakesCellsBesideEachOther) {
   c32bppDIB sheet;  // three by two cells of 4 by 3, of which five are used
   paint_cell(sheet, 12, 6, 9);
   Bytes png;
-  ASSERT_TRUE(write_exact_png(sheet, png));
+  ASSERT_TRUE(cPNGwriter::SaveExact(sheet, png));
   const Bytes body = wire({{5, 4}, {0, 4}, {4, 4}, {3, 4}, {png.size(), 4}}) + png;
   const Bytes file =
       wire({{0x4B425854, 4}, {0, 4}, {20 + body.size(), 4}, {29 + body.size(), 4}, {0, 4}}) + body +
@@ -320,8 +320,8 @@ TEST(ExactPng, GivesBackEveryPremultipliedPixel) {
     for (int32_t y = 0; y < height; ++y)
       std::memcpy(part.row(y), image.row(height == 1 ? 200 : y), 1024);
     Bytes png;
-    ASSERT_TRUE(write_exact_png(part, png));
-    ASSERT_TRUE(read_png(png, again));
+    ASSERT_TRUE(cPNGwriter::SaveExact(part, png));
+    ASSERT_TRUE(cPNGparser::LoadStream(png, again));
     EXPECT_EQ(pixels(again), pixels(part)) << height;
   }
 }

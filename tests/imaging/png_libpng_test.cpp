@@ -1,7 +1,7 @@
 // Every kind of PNG, written and judged by libpng.
 #include <gtest/gtest.h>
 
-#include "imaging/png_reader.h"
+#include "imaging/png_parser.h"
 #include "imaging/png_writer.h"
 #include "imaging/premultiply.h"
 #include "png_test_tools.h"
@@ -146,7 +146,7 @@ TEST(PngAgainstLibpng, EveryKindAtEverySize) {
       for (ZlibLoader loader : png_test::kLoaders) {
         const png_test::WithZlib zlib(loader);
         c32bppDIB image;
-        ASSERT_TRUE(read_png(file, image)) << what;
+        ASSERT_TRUE(cPNGparser::LoadStream(file, image)) << what;
         ASSERT_TRUE(image.has_image()) << what;
         expect_same(image, file, what);
         const AlphaType expected = kind.color & 4      ? AlphaType::Complex
@@ -166,7 +166,7 @@ TEST(PngAgainstLibpng, LargePictures) {
       for (int color : {2, 6}) {
         const Bytes file = encode(random, {color, 8, interlaced, false}, width, height);
         c32bppDIB image;
-        ASSERT_TRUE(read_png(file, image));
+        ASSERT_TRUE(cPNGparser::LoadStream(file, image));
         ASSERT_TRUE(image.has_image());
         expect_same(image, file, std::to_string(width));
       }
@@ -198,7 +198,7 @@ TEST(PngAgainstLibpng, WrittenFilesHoldTheStraightColours) {
         PngProperties properties;
         properties.set(PngProperty::FilterMethod, filter);
         Bytes file;
-        ASSERT_TRUE(write_png(image, properties, file));
+        ASSERT_TRUE(cPNGwriter::Save(image, properties, file));
         uint32_t width = 0, height = 0;
         const Bytes straight = decode(file, width, height);
         ASSERT_EQ(width, 61u);

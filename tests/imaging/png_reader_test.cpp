@@ -1,4 +1,4 @@
-#include "imaging/png_reader.h"
+#include "imaging/png_parser.h"
 
 #include <gtest/gtest.h>
 
@@ -15,14 +15,14 @@ using png_test::WithZlib;
 
 bool loads(const Bytes& file) {
   c32bppDIB image;
-  EXPECT_TRUE(read_png(file, image));
+  EXPECT_TRUE(cPNGparser::LoadStream(file, image));
   EXPECT_EQ(image.ImageType(), image.has_image() ? ImageFormat::Png : ImageFormat::Error);
   return image.has_image();
 }
 
 uint32_t first_pixel(const Bytes& file) {
   c32bppDIB image;
-  read_png(file, image);
+  cPNGparser::LoadStream(file, image);
   return image.has_image() ? at(image, 0, 0) : 0xDEADu;
 }
 
@@ -39,11 +39,11 @@ TEST(PngReader, OnlyTheSignatureDecidesWhetherOthersMayTry) {
   for (size_t i = 0; i < 8; ++i) {
     Bytes other = file;
     other[i] ^= 0x20;
-    EXPECT_FALSE(read_png(other, image));
+    EXPECT_FALSE(cPNGparser::LoadStream(other, image));
     EXPECT_TRUE(image.has_image());
   }
-  EXPECT_FALSE(read_png(std::span(file).first(7), image));
-  EXPECT_TRUE(read_png(std::span(file).first(8), image));
+  EXPECT_FALSE(cPNGparser::LoadStream(std::span(file).first(7), image));
+  EXPECT_TRUE(cPNGparser::LoadStream(std::span(file).first(8), image));
   EXPECT_FALSE(image.has_image());
   EXPECT_EQ(image.ImageType(), ImageFormat::Error);
 }
@@ -54,11 +54,12 @@ TEST(PngReader, SmallFilesAreDeclinedButSmallStreamsAreNot) {
   Bytes file = File().header(2, 1, 1, 0).chunk("IDAT", stored).bytes;
   ASSERT_EQ(file.size(), 58u);
   c32bppDIB image;
-  EXPECT_TRUE(read_png(file, image, PngSource::File));
+  EXPECT_TRUE(cPNGparser::LoadStream(file, image, PngSource::File));
   EXPECT_TRUE(image.has_image());
   for (size_t size : {56u, 57u}) {
-    EXPECT_EQ(read_png(std::span(file).first(size), image, PngSource::File), size == 57);
-    EXPECT_TRUE(read_png(std::span(file).first(size), image, PngSource::Stream));
+    EXPECT_EQ(cPNGparser::LoadStream(std::span(file).first(size), image, PngSource::File),
+              size == 57);
+    EXPECT_TRUE(cPNGparser::LoadStream(std::span(file).first(size), image, PngSource::Stream));
   }
 }
 
@@ -166,7 +167,7 @@ TEST(PngReader, IndexBehindThePaletteIsBlack) {
                          .end()
                          .bytes;
   c32bppDIB image;
-  ASSERT_TRUE(read_png(file, image));
+  ASSERT_TRUE(cPNGparser::LoadStream(file, image));
   EXPECT_EQ(at(image, 0, 0), 0x80050A0Fu);
   EXPECT_EQ(at(image, 1, 0), 0xFF000000u);
   // The hint is by the presence of the chunk, not by its values.
@@ -217,12 +218,12 @@ TEST(PngReader, PlatformDecoderComesFirstWhenTurnedOn) {
   });
   c32bppDIB image;
   const Bytes file = gray_2x1().data(kGray2).end().bytes;
-  EXPECT_TRUE(read_png(file, image));
+  EXPECT_TRUE(cPNGparser::LoadStream(file, image));
   EXPECT_EQ(image.Width(), 5);
   answer = false;
-  EXPECT_TRUE(read_png(file, image));
+  EXPECT_TRUE(cPNGparser::LoadStream(file, image));
   EXPECT_EQ(image.Width(), 2);
-  EXPECT_FALSE(read_png(Bytes(100), image));
+  EXPECT_FALSE(cPNGparser::LoadStream(Bytes(100), image));
   EXPECT_EQ(calls, 2);
   set_platform_png_decoder({});
 }
@@ -243,7 +244,7 @@ TEST(PngReader, DamagedFilesGiveAnAnswerAndNothingElse) {
       for (size_t size = 0; size < good.size(); ++size) {
         c32bppDIB image;
         const Bytes cut(good.begin(), good.begin() + static_cast<ptrdiff_t>(size));
-        EXPECT_EQ(read_png(cut, image), size >= 8);
+        EXPECT_EQ(cPNGparser::LoadStream(cut, image), size >= 8);
         // Only the end chunk is dispensable.
         EXPECT_EQ(image.has_image(), size == good.size() - 12) << size;
       }
@@ -251,7 +252,7 @@ TEST(PngReader, DamagedFilesGiveAnAnswerAndNothingElse) {
         Bytes bad = good;
         bad[bit / 8] ^= static_cast<uint8_t>(1u << bit % 8);
         c32bppDIB image;
-        EXPECT_EQ(read_png(bad, image), bit >= 64);
+        EXPECT_EQ(cPNGparser::LoadStream(bad, image), bit >= 64);
       }
     }
   }

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "imaging/inflate.h"
-#include "imaging/png_reader.h"
+#include "imaging/png_parser.h"
 #include "imaging/png_texts.h"
 #include "png_test_tools.h"
 
@@ -59,7 +59,7 @@ void paint(c32bppDIB& image, uint32_t colors) {
 Bytes written(const c32bppDIB& image, const PngProperties& properties = {}) {
   const WithZlib zlib;
   Bytes file;
-  EXPECT_TRUE(write_png(image, properties, file));
+  EXPECT_TRUE(cPNGwriter::Save(image, properties, file));
   return file;
 }
 
@@ -100,7 +100,7 @@ TEST(PngWriter, KeyIsAByteThatSomeChannelLacks) {
   const Bytes file = written(image);
   EXPECT_EQ(data_of(file, "tRNS"), (Bytes{0, 77, 0, 77, 0, 77}));
   c32bppDIB back;
-  ASSERT_TRUE(read_png(file, back));
+  ASSERT_TRUE(cPNGparser::LoadStream(file, back));
   ASSERT_TRUE(back.has_image());
   EXPECT_EQ(std::memcmp(back.bits(), image.bits(), 32 * 32 * 4), 0);
   // Nothing free: alpha it is.
@@ -188,25 +188,25 @@ TEST(PngWriter, DeclinesWithoutPixelsOrZlibAndStopsWithItsOutput) {
   Bytes file(3);
   {
     const WithZlib zlib;
-    EXPECT_FALSE(write_png(image, {}, file));
+    EXPECT_FALSE(cPNGwriter::Save(image, {}, file));
     EXPECT_TRUE(file.empty());
   }
   paint(image, 3);
-  EXPECT_FALSE(write_png(image, {}, file));
+  EXPECT_FALSE(cPNGwriter::Save(image, {}, file));
   static ZlibApi partial = *png_test::native_zlib();
   partial.crc32 = nullptr;
   const WithZlib zlib([]() -> const ZlibApi* { return &partial; });
-  EXPECT_FALSE(write_png(image, {}, file));
+  EXPECT_FALSE(cPNGwriter::Save(image, {}, file));
   partial = *png_test::native_zlib();
   partial.compress2 = [](uint8_t*, unsigned long*, const uint8_t*, unsigned long, int) {
     return -5;
   };
-  EXPECT_FALSE(write_png(image, {}, file));
+  EXPECT_FALSE(cPNGwriter::Save(image, {}, file));
   partial = *png_test::native_zlib();
   for (int allowed = 0;; ++allowed) {
     int left = allowed;
     const auto limited = [&](std::span<const uint8_t>) { return left-- > 0; };
-    if (write_png(image, {}, limited)) break;
+    if (cPNGwriter::Save(image, {}, limited)) break;
     EXPECT_EQ(left, -1);  // nothing is offered after a refusal
     ASSERT_LT(allowed, 20);
   }

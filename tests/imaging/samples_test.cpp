@@ -1,10 +1,10 @@
 // The sample pictures that the gallery shows, through the readers of the chain but for PNG.
 #include <gtest/gtest.h>
 
-#include "imaging/bmp_reader.h"
-#include "imaging/gif_reader.h"
-#include "imaging/ico_reader.h"
-#include "imaging/tga_reader.h"
+#include "imaging/bmp_parser.h"
+#include "imaging/gif_parser.h"
+#include "imaging/ico_parser.h"
+#include "imaging/tga_parser.h"
 #include "tests/imaging/pictures.h"
 
 namespace kestrelon::test {
@@ -16,10 +16,10 @@ const std::filesystem::path kSamples =
 bool read_sample(const std::filesystem::path& path, c32bppDIB& out) {
   const Bytes bytes = read_file(path);
   const std::string kind = path.extension().string();
-  if (kind == ".gif") return read_gif(bytes, out);
-  if (kind == ".ico" || kind == ".cur") return read_ico(bytes, {}, out);
-  if (kind == ".bmp") return read_bmp(bytes, out);
-  return read_tga(bytes, out);
+  if (kind == ".gif") return cGIFparser::LoadStream(bytes, out);
+  if (kind == ".ico" || kind == ".cur") return cICOparser::LoadStream(bytes, {}, out);
+  if (kind == ".bmp") return cBMPparser::LoadStream(bytes, out);
+  return cTGAparser::LoadStream(bytes, out);
 }
 
 TEST(Samples, KeepTheirAlpha) {

@@ -1,4 +1,4 @@
-#include "imaging/tga_reader.h"
+#include "imaging/tga_parser.h"
 
 #include <gtest/gtest.h>
 
@@ -44,7 +44,7 @@ using Pixels = std::vector<uint32_t>;
 
 Pixels read_pixels(const TgaSpec& spec) {
   c32bppDIB image;
-  return read_tga(make_tga(spec), image) ? pixels(image) : Pixels{};
+  return cTGAparser::LoadStream(make_tga(spec), image) ? pixels(image) : Pixels{};
 }
 
 TEST(TgaReader, PutsRowsAndColumnsWhereTheOriginSays) {
@@ -139,7 +139,7 @@ TEST(TgaReader, FollowsWhatTheExtensionSaysOfAlpha) {
                                .body = wire({{0x80402010, 4}, {0xFF010203, 4}})});
   const auto first = [&](uint8_t kind) {
     c32bppDIB image;
-    EXPECT_TRUE(read_tga(with_extension(file, kind), image));
+    EXPECT_TRUE(cTGAparser::LoadStream(with_extension(file, kind), image));
     EXPECT_EQ(image.ImageType(), ImageFormat::Tga);
     return pixel(image, 0, 0);
   };
@@ -152,11 +152,11 @@ TEST(TgaReader, FollowsWhatTheExtensionSaysOfAlpha) {
                                  .height = 1,
                                  .body = wire({{0x80FF2010, 4}, {0xFF010203, 4}})});
   c32bppDIB image;
-  ASSERT_TRUE(read_tga(with_extension(broken, 4), image));
+  ASSERT_TRUE(cTGAparser::LoadStream(with_extension(broken, 4), image));
   EXPECT_EQ(pixel(image, 0, 0), 0x80802010u);  // colour never exceeds alpha
   const Bytes clear = make_tga(
       {.depth = 32, .descriptor = 0x28, .width = 1, .height = 1, .body = wire({{0x00402010, 4}})});
-  ASSERT_TRUE(read_tga(with_extension(clear, 3), image));
+  ASSERT_TRUE(cTGAparser::LoadStream(with_extension(clear, 3), image));
   EXPECT_EQ(pixel(image, 0, 0), 0xFF402010u);
 }
 
@@ -188,8 +188,8 @@ TEST(TgaReader, SurvivesHostileBytes) {
        .body = Bytes(9, 77) + Bytes{0x83, 1, 0x03, 0, 1, 2, 0}},
   };
   for (const TgaSpec& spec : samples) {
-    expect_survives_hostile_bytes(read_tga, make_tga(spec));
-    expect_survives_bit_flips(read_tga, with_extension(make_tga(spec), 3));
+    expect_survives_hostile_bytes(cTGAparser::LoadStream, make_tga(spec));
+    expect_survives_bit_flips(cTGAparser::LoadStream, with_extension(make_tga(spec), 3));
   }
 }
 
@@ -211,7 +211,7 @@ TEST(TgaReader, AgreesWithImageMagickAndNetpbm) {
   for (const char* const command : commands) {
     ASSERT_TRUE(shop.run(command)) << command;
     c32bppDIB image;
-    ASSERT_TRUE(read_tga(shop.read("x.tga"), image)) << command;
+    ASSERT_TRUE(cTGAparser::LoadStream(shop.read("x.tga"), image)) << command;
     EXPECT_EQ(image.Width(), 37);
     EXPECT_EQ(pixels(image), shop.reference("x.tga")) << command;
   }

@@ -1,8 +1,7 @@
-#include "imaging/tga_writer.h"
+#include "imaging/tga_parser.h"
 
 #include <gtest/gtest.h>
 
-#include "imaging/tga_reader.h"
 #include "tests/imaging/pictures.h"
 
 namespace kestrelon::test {
@@ -45,8 +44,8 @@ TEST(TgaWriter, RoundTripsEveryOptionAndKindOfPicture) {
       const TgaOptions options = {(bits & 1) != 0, (bits & 2) != 0, (bits & 4) != 0};
       Bytes file;
       c32bppDIB back;
-      ASSERT_TRUE(write_tga(image, options, file));
-      ASSERT_TRUE(read_tga(file, back));
+      ASSERT_TRUE(cTGAparser::SaveAsTGA(image, options, file));
+      ASSERT_TRUE(cTGAparser::LoadStream(file, back));
       ASSERT_EQ(back.Width(), image.Width());
       const auto before = pixels(image), after = pixels(back);
       if (picture < 4 || options.allow_premultiplied) {
@@ -66,7 +65,7 @@ TEST(TgaWriter, RoundTripsEveryOptionAndKindOfPicture) {
 TEST(TgaWriter, ReducesTheDepthOnlyWhereNothingIsLost) {
   const auto depth = [](const c32bppDIB& image, bool reduce) {
     Bytes file;
-    EXPECT_TRUE(write_tga(image, {.reduce_bit_depth = reduce}, file));
+    EXPECT_TRUE(cTGAparser::SaveAsTGA(image, {.reduce_bit_depth = reduce}, file));
     return std::pair<int, int>(file[2], file[16]);
   };
   c32bppDIB image;
@@ -85,12 +84,12 @@ TEST(TgaWriter, NeverGrowsByCompressing) {
   c32bppDIB image;
   fill_opaque(image, 50, 50);
   Bytes plain, compressed;
-  write_tga(image, {}, plain);
-  write_tga(image, {.compress = true}, compressed);
+  cTGAparser::SaveAsTGA(image, {}, plain);
+  cTGAparser::SaveAsTGA(image, {.compress = true}, compressed);
   EXPECT_EQ(compressed.size(), plain.size());
   fill_stripes(image, false);
-  write_tga(image, {}, plain);
-  write_tga(image, {.compress = true}, compressed);
+  cTGAparser::SaveAsTGA(image, {}, plain);
+  cTGAparser::SaveAsTGA(image, {.compress = true}, compressed);
   EXPECT_LT(compressed.size(), plain.size() / 2);
 }
 
@@ -102,7 +101,7 @@ TEST(TgaWriter, WritesWhatOthersRead) {
   fill_opaque(image, 33, 21, 150);
   for (int bits = 0; bits < 4; ++bits) {
     Bytes file;
-    write_tga(image, {(bits & 1) != 0, (bits & 2) != 0, false}, file);
+    cTGAparser::SaveAsTGA(image, {(bits & 1) != 0, (bits & 2) != 0, false}, file);
     shop.write("x.tga", file);
     EXPECT_EQ(shop.reference("x.tga"), pixels(image)) << bits;
   }

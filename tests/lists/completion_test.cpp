@@ -26,5 +26,16 @@ TEST(Completion, AddsTheRestOfTheFirstItemThatBeginsAlike) {
   EXPECT_FALSE(complete(store, L"ag")) << "the last item, and it cannot be chosen";
 }
 
+TEST(Completion, LooksAtTheColumnThatIsTyped) {
+  ListStore store;
+  store.add(L"Porca\t10");
+  store.add(L"20\tPorta");
+  const auto found = complete(store, L"por", 1);
+  ASSERT_TRUE(found);
+  EXPECT_EQ(found->index, 1);
+  EXPECT_EQ(found->text, L"porta");
+  EXPECT_EQ(complete(store, L"por", 0)->text, L"porca") << "what follows the tab is no part of it";
+}
+
 }  // namespace
 }  // namespace kestrelon

@@ -226,5 +226,28 @@ TEST(ListModel, TenMillionVirtualItemsAreSelectedByBits) {
   EXPECT_EQ(list.selected_count(), 0);
 }
 
+TEST(ListModel, SearchesForWhatCanBeChosenAndAroundTheEnd) {
+  ListModel list;
+  for (const wchar_t* text : {L"Ana", L"10\tAnt\u00f4nio", L"Beto", L"\u00c2ngela", L"ana"})
+    list.add(text);
+  const TextMatcher an(L"an", SearchMode::kBeginsWith, false);
+  EXPECT_EQ(list.find_ahead(an, true), 0) << "none is current";
+  list.set_current(0);
+  EXPECT_EQ(list.find_ahead(an, false), 0);
+  EXPECT_EQ(list.find_ahead(an, true), 3);
+  list.items().set_flag(3, ItemFlag::kDisabled, true);
+  EXPECT_EQ(list.find_ahead(an, true), 4);
+  list.set_current(4);
+  EXPECT_EQ(list.find_ahead(an, true), 0) << "from the end to the beginning";
+  EXPECT_EQ(list.find_choice(an, 0, 1), 1) << "the second column";
+  EXPECT_EQ(list.find_choice(an, 99), -1);
+  list.filter(TextMatcher(L"beto", SearchMode::kLike, false));
+  EXPECT_EQ(list.find_ahead(an, false), -1) << "what is hidden is not found";
+  list.filter_off();
+  list.filter(an, 1);
+  EXPECT_EQ(list.row_count(), 1);
+  EXPECT_EQ(list.index_of_row(0), 1);
+}
+
 }  // namespace
 }  // namespace kestrelon
