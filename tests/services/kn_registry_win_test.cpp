@@ -184,40 +184,6 @@ TEST_F(RegistryTest, EachViewHasItsOwnKeys) {
   EXPECT_FALSE(exists(View_64_Bits));
 }
 
-// What a script does: a variable of no type for a list.
-TEST_F(RegistryTest, AListInAVariantIsOneOfVariants) {
-  write(path(L"\\um"), L"a", L"b");
-  write(path(L"\\dois"), L"a", L"b");
-  const auto call = [&](Variant& list) {
-    Variant arguments[2];
-    V_VT(&arguments[0]) = VT_VARIANT | VT_BYREF;
-    V_VARIANTREF(&arguments[0]) = &list;
-    arguments[1] = Variant(path());
-    DISPPARAMS parameters{arguments, nullptr, 2, 0};
-    Variant result;
-    constexpr DISPID kEnumKeys = 5;
-    EXPECT_EQ(registry_->Invoke(kEnumKeys, IID_NULL, 0, DISPATCH_METHOD, &parameters, &result,
-                                nullptr, nullptr),
-              S_OK);
-    return V_I4(&result);
-  };
-  Variant list;
-  for (const char* round : {"empty", "used"}) {
-    EXPECT_EQ(call(list), 2) << round;
-    ASSERT_EQ(V_VT(&list), VT_ARRAY | VT_VARIANT) << round;
-    Variant second;
-    LONG index = 1;
-    ASSERT_EQ(SafeArrayGetElement(V_ARRAY(&list), &index, &second), S_OK);
-    ASSERT_EQ(V_VT(&second), VT_BSTR);
-    EXPECT_EQ(std::wstring(V_BSTR(&second)), L"um");
-  }
-  Variant texts;
-  V_ARRAY(&texts) = SafeArrayCreateVector(VT_BSTR, 0, 1);
-  V_VT(&texts) = VT_ARRAY | VT_BSTR;
-  EXPECT_EQ(call(texts), 2);
-  EXPECT_EQ(V_VT(&texts), VT_ARRAY | VT_BSTR) << "an array of strings stays one";
-}
-
 TEST_F(RegistryTest, AnExportNeverOverwritesAndShowsItsProgress) {
   write(path(), L"a", L"b");
   { std::ofstream(file_) << "x"; }
