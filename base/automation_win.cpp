@@ -36,8 +36,11 @@ class TypedReferences {
 
   void carry_back() {
     for (size_t i = 0; i < locals_.size(); ++i) {
-      if (V_VT(&locals_[i]) != VT_EMPTY)
-        VariantCopy(V_VARIANTREF(&original_.rgvarg[i]), &locals_[i]);
+      if (V_VT(&locals_[i]) == VT_EMPTY) continue;
+      VARIANT& place = *V_VARIANTREF(&original_.rgvarg[i]);
+      if (!is_list(V_VT(&locals_[i])) || V_VT(&place) == V_VT(&locals_[i]) ||
+          !copy_list(V_ARRAY(&locals_[i]), V_VT(&locals_[i]) & VT_TYPEMASK, VT_VARIANT, place))
+        VariantCopy(&place, &locals_[i]);
     }
   }
 
@@ -94,12 +97,59 @@ class TypedReferences {
     V_BYREF(&arguments_[i]) = &V_I8(&locals_[i]);
   }
 
+  // Arrays that a script takes element by element, which it does with Variants only. Arrays of
+  // bytes it hands on as they are.
+  static bool is_list(VARTYPE type) {
+    return type == (VT_ARRAY | VT_BSTR) || type == (VT_ARRAY | VT_I4);
+  }
+
+  // Elements of a list, from 0 and with the type wanted. False, with `out` as it was, if one of
+  // them has no such form.
+  static bool copy_list(SAFEARRAY* list, VARTYPE from, VARTYPE to, VARIANT& out) {
+    LONG low = 0, high = -1;
+    if (list == nullptr || SafeArrayGetDim(list) != 1 ||
+        FAILED(SafeArrayGetLBound(list, 1, &low)) || FAILED(SafeArrayGetUBound(list, 1, &high)))
+      return false;
+    Variant copy;
+    V_ARRAY(&copy) = SafeArrayCreateVector(to, 0, static_cast<ULONG>(high - low + 1));
+    if (V_ARRAY(&copy) == nullptr) return false;
+    V_VT(&copy) = static_cast<VARTYPE>(VT_ARRAY | to);
+    for (LONG i = low; i <= high; ++i) {
+      Variant element;
+      if (!read_element(list, from, i, element) || (to != VT_VARIANT && !element.change(to)) ||
+          !write_element(V_ARRAY(&copy), to, i - low, element))
+        return false;
+    }
+    return SUCCEEDED(VariantCopy(&out, &copy));
+  }
+
+  static bool read_element(SAFEARRAY* list, VARTYPE type, LONG index, Variant& out) {
+    if (type == VT_VARIANT) return SUCCEEDED(SafeArrayGetElement(list, &index, &out));
+    const bool read = SUCCEEDED(SafeArrayGetElement(list, &index, &V_I4(&out)));
+    if (read) V_VT(&out) = type;
+    return read;
+  }
+
+  static bool write_element(SAFEARRAY* list, VARTYPE type, LONG index, Variant& value) {
+    void* const data = type == VT_VARIANT ? static_cast<void*>(&value)
+                       : type == VT_BSTR  ? static_cast<void*>(V_BSTR(&value))
+                                          : static_cast<void*>(&V_I4(&value));
+    return SUCCEEDED(SafeArrayPutElement(list, &index, data));
+  }
+
   // A variable without a value stands for an array without elements.
   bool give_array(VARTYPE element, UINT i) {
-    if (V_VT(V_VARIANTREF(&original_.rgvarg[i])) != VT_EMPTY) return false;
-    V_ARRAY(&locals_[i]) = SafeArrayCreateVector(element, 0, 0);
-    if (V_ARRAY(&locals_[i]) == nullptr) return false;
-    V_VT(&locals_[i]) = static_cast<VARTYPE>(VT_ARRAY | element);
+    const VARIANT& variable = *V_VARIANTREF(&original_.rgvarg[i]);
+    const auto type = static_cast<VARTYPE>(VT_ARRAY | element);
+    if (V_VT(&variable) == (VT_ARRAY | VT_VARIANT) && is_list(type)) {
+      if (!copy_list(V_ARRAY(&variable), VT_VARIANT, element, locals_[i])) return false;
+    } else if (V_VT(&variable) == VT_EMPTY) {
+      V_ARRAY(&locals_[i]) = SafeArrayCreateVector(element, 0, 0);
+      if (V_ARRAY(&locals_[i]) == nullptr) return false;
+      V_VT(&locals_[i]) = type;
+    } else {
+      return false;
+    }
     V_VT(&arguments_[i]) = static_cast<VARTYPE>(VT_ARRAY | element | VT_BYREF);
     V_ARRAYREF(&arguments_[i]) = &V_ARRAY(&locals_[i]);
     return true;

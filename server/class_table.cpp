@@ -30,6 +30,7 @@
 #include "services/kn_tooltip/kn_tooltip_win.h"
 #include "services/msgbox/kn_msgbox_win.h"
 #include "services/mysql/kn_mysql_win.h"
+#include "services/nt_services/kn_ntservices_win.h"
 #include "services/registry/kn_registry_win.h"
 
 namespace kestrelon {
@@ -114,6 +115,7 @@ std::span<const ServerClass> server_classes() {
       control<USForm>(L"Kestrelon: janela com aparência própria", IDB_TOOLBOX_USFORM),
       control<USTab>(L"Kestrelon: abas que contêm outros controles", IDB_TOOLBOX_USTAB,
                      ControlTraits{}.misc_status | OLEMISC_SIMPLEFRAME),
+      service<KN_NTSERVICES>(L"Kestrelon: serviços do Windows"),
   };
   return kClasses;
 }

@@ -30,7 +30,10 @@ bool is_valid_time(std::wstring_view text, std::wstring_view delimiter) {
 
 std::wstring day_name(double date_value, bool abbreviated) {
   const auto moment = date_time_of_value(date_value);
-  return moment ? format_moment(*moment, abbreviated ? L"ddd" : L"dddd") : std::wstring();
+  if (!moment) return {};
+  std::wstring name = format_moment(*moment, abbreviated ? L"ddd" : L"dddd");
+  name[0] = static_cast<wchar_t>(name[0] - L'a' + L'A');
+  return name;
 }
 
 int month_length(int month, int year, int current_year) {

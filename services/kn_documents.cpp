@@ -13,7 +13,7 @@ constexpr size_t kCnpjLength = 14;
 constexpr size_t kCheckDigits = 2;
 
 std::wstring without_marks(std::wstring_view text) {
-  std::wstring bare(text);
+  std::wstring bare(trim_blanks(text));
   std::erase_if(bare, [](wchar_t c) { return c == L'.' || c == L'-' || c == L'/'; });
   return bare;
 }
@@ -72,7 +72,7 @@ bool is_valid_cnpj(std::wstring_view text) {
 }
 
 std::wstring format_cpf_or_cnpj(std::wstring_view text) {
-  const std::wstring bare = without_marks(trim_blanks(text));
+  const std::wstring bare = without_marks(text);
   if (is_cpf_form(bare)) return fill_mask(bare, L"@@@.@@@.@@@-@@");
   if (is_cnpj_form(bare)) return fill_mask(bare, L"@@.@@@.@@@/@@@@-@@");
   return {};

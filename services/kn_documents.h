@@ -6,6 +6,8 @@
 
 namespace kestrelon {
 
+// Blanks around a number do not count.
+
 /// The documented check of a CPF or CNPJ of digits: ".", "-" and "/" are dropped wherever they
 /// stand, anything else that is no digit fails. Eleven or fourteen equal digits pass where the
 /// arithmetic says.

@@ -29,6 +29,21 @@ bool any_empty(std::initializer_list<std::wstring_view> names) {
                      [](auto name) { return trim_blanks(name).empty(); });
 }
 
+bool is_ini_name(std::wstring_view file) {
+  return !trim_blanks(file).empty() && file.size() <= kLongestIniName;
+}
+
+// Whether the file can hold all of the texts, made so if it is a new one.
+bool takes_texts(KnPlatform& platform, const std::wstring& file,
+                 std::initializer_list<const std::wstring*> texts) {
+  if (std::all_of(texts.begin(), texts.end(),
+                  [&](const std::wstring* text) { return platform.fits_page(*text); }))
+    return true;
+  const KnPlatform::IniForm form = platform.ini_form(file);
+  return form == KnPlatform::IniForm::kWide ||
+         (form == KnPlatform::IniForm::kNew && platform.begin_wide_ini(file));
+}
+
 }  // namespace
 
 bool file_exists(KnPlatform& platform, std::wstring_view path, bool folder_only) {
@@ -85,7 +100,7 @@ bool files_are_equal(KnPlatform& platform, std::wstring_view first, std::wstring
 std::wstring read_ini(KnPlatform& platform, std::wstring_view file, std::wstring_view section,
                       std::wstring_view key) {
   constexpr size_t kLongest = size_t{1} << 20;  // a line of a hostile file ends here
-  if (any_empty({file, section, key})) return {};
+  if (!is_ini_name(file) || any_empty({section, key})) return {};
   const std::wstring file_text(file), section_text(section), key_text(key);
   std::wstring value(256, L'\0');
   while (true) {
@@ -100,9 +115,10 @@ std::wstring read_ini(KnPlatform& platform, std::wstring_view file, std::wstring
 
 bool write_ini(KnPlatform& platform, std::wstring_view file, std::wstring_view section,
                std::wstring_view key, std::wstring_view value) {
-  if (any_empty({file, section, key})) return false;
-  return platform.write_ini(std::wstring(file), std::wstring(section), std::wstring(key),
-                            std::wstring(value));
+  if (!is_ini_name(file) || any_empty({section, key})) return false;
+  const std::wstring file_text(file), section_text(section), key_text(key), value_text(value);
+  return takes_texts(platform, file_text, {&section_text, &key_text, &value_text}) &&
+         platform.write_ini(file_text, section_text, key_text, value_text);
 }
 
 }  // namespace kestrelon

@@ -29,11 +29,17 @@ bool delete_file(KnPlatform& platform, std::wstring_view path);
 /// True when both files can be read and hold the same bytes.
 bool files_are_equal(KnPlatform& platform, std::wstring_view first, std::wstring_view second);
 
-/// Value of a key of an INI file, of any length; "" when missing or when a name is empty.
+/// Longest name of an INI file that the system opens, in characters.
+inline constexpr size_t kLongestIniName = 259;
+
+/// Value of a key of an INI file, of any length; "" when missing, when a name is empty or the
+/// file's is too long.
 std::wstring read_ini(KnPlatform& platform, std::wstring_view file, std::wstring_view section,
                       std::wstring_view key);
 
-/// Writes a key. False when a name is empty or the file cannot be written.
+/// Writes a key. False when a name is empty, the file's is too long, or the file cannot be written.
+/// A text beyond the ANSI code page makes a new file a UTF-16 one and is refused by an old ANSI
+/// one.
 bool write_ini(KnPlatform& platform, std::wstring_view file, std::wstring_view section,
                std::wstring_view key, std::wstring_view value);
 

@@ -8,9 +8,9 @@
 namespace kestrelon {
 namespace {
 
-constexpr std::wstring_view kDayNames[7] = {L"Domingo",      L"Segunda-feira", L"Terça-feira",
-                                            L"Quarta-feira", L"Quinta-feira",  L"Sexta-feira",
-                                            L"Sábado"};
+constexpr std::wstring_view kDayNames[7] = {L"domingo",      L"segunda-feira", L"terça-feira",
+                                            L"quarta-feira", L"quinta-feira",  L"sexta-feira",
+                                            L"sábado"};
 constexpr std::wstring_view kMonthNames[12] = {L"janeiro",  L"fevereiro", L"março",    L"abril",
                                                L"maio",     L"junho",     L"julho",    L"agosto",
                                                L"setembro", L"outubro",   L"novembro", L"dezembro"};

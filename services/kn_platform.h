@@ -26,6 +26,7 @@ class KnFile {
 class KnPlatform {
  public:
   enum class Kind { kMissing, kFile, kDirectory };
+  enum class IniForm { kNew, kAnsi, kWide };
 
   virtual ~KnPlatform() = default;
 
@@ -51,6 +52,12 @@ class KnPlatform {
   /// length.
   virtual size_t read_ini(const std::wstring& file, const std::wstring& section,
                           const std::wstring& key, std::span<wchar_t> buffer) = 0;
+  /// The form in which an INI file is kept; an empty file is a new one.
+  virtual IniForm ini_form(const std::wstring& file) = 0;
+  /// Gives a new INI file the mark by which the system keeps it in UTF-16.
+  virtual bool begin_wide_ini(const std::wstring& file) = 0;
+  /// True when the ANSI code page has every character of the text.
+  virtual bool fits_page(const std::wstring& text) = 0;
   virtual bool write_ini(const std::wstring& file, const std::wstring& section,
                          const std::wstring& key, const std::wstring& value) = 0;
 };

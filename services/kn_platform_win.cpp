@@ -8,6 +8,7 @@
 #include <random>
 
 #include "imaging/zlib_api_win.h"
+#include "services/code_page_win.h"
 
 namespace kestrelon {
 namespace {
@@ -76,6 +77,14 @@ KnPlatform::Kind find_by_pattern(const std::wstring& pattern) {
   return kind;
 }
 
+// Where the system looks for an INI file: a bare name stands for one of the Windows folder.
+std::wstring ini_path(const std::wstring& file) {
+  if (file.find_first_of(L"\\/:") != std::wstring::npos) return file;
+  wchar_t folder[MAX_PATH] = {};
+  GetWindowsDirectoryW(folder, MAX_PATH);
+  return std::wstring(folder) + L'\\' + file;
+}
+
 class SystemPlatform final : public KnPlatform {
  public:
   DateTime local_now() override {
@@ -128,6 +137,26 @@ class SystemPlatform final : public KnPlatform {
                   std::span<wchar_t> buffer) override {
     return GetPrivateProfileStringW(section.c_str(), key.c_str(), L"", buffer.data(),
                                     static_cast<DWORD>(buffer.size()), file.c_str());
+  }
+
+  IniForm ini_form(const std::wstring& file) override {
+    const auto opened = open_file(ini_path(file));
+    uint8_t mark[2] = {};
+    const size_t length = opened ? opened->read(mark).value_or(0) : 0;
+    if (length == 0) return IniForm::kNew;
+    return length == 2 && mark[0] == 0xFF && mark[1] == 0xFE ? IniForm::kWide : IniForm::kAnsi;
+  }
+
+  bool begin_wide_ini(const std::wstring& file) override {
+    const Handle handle(CreateFileW(ini_path(file).c_str(), GENERIC_WRITE, 0, nullptr, OPEN_ALWAYS,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr));
+    constexpr uint8_t kMark[] = {0xFF, 0xFE};
+    DWORD written = 0;
+    return handle && WriteFile(handle.get(), kMark, sizeof kMark, &written, nullptr) != FALSE;
+  }
+
+  bool fits_page(const std::wstring& text) override {
+    return text.empty() || page_bytes(text).has_value();
   }
 
   bool write_ini(const std::wstring& file, const std::wstring& section, const std::wstring& key,

@@ -1,5 +1,9 @@
 #include "services/ajax/kn_ajax_win.h"
+
+#include <optional>
+
 #include "base/decimal.h"
+#include "services/ajax/answer_text.h"
 #include "services/ajax/late_answers_win.h"
 
 namespace kestrelon {
@@ -35,7 +39,31 @@ void set_header(LateObject& request, const wchar_t* name, const std::wstring& va
   request.call(L"SetRequestHeader", {Variant(name), Variant(value)});
 }
 
+// The object has no header or no bytes for every answer, and says so by an error.
+Variant told_by(LateObject& request, const wchar_t* name,
+                std::initializer_list<Variant> arguments) {
+  try {
+    return arguments.size() > 0 ? request.call(name, arguments) : request.get_property(name);
+  } catch (const ComError&) {
+    return Variant();
+  }
+}
+
+std::optional<std::wstring> own_text(LateObject& request) {
+  const Variant body = told_by(request, L"responseBody", {});
+  if (V_VT(&body) != (VT_ARRAY | VT_UI1)) return std::nullopt;
+  const Variant type = told_by(request, L"getResponseHeader", {Variant(L"Content-Type")});
+  const std::wstring told = V_VT(&type) == VT_BSTR ? to_wstring(V_BSTR(&type)) : std::wstring();
+  SAFEARRAY* const array = V_ARRAY(&body);
+  void* data = nullptr;
+  if (array == nullptr || FAILED(SafeArrayAccessData(array, &data))) return std::nullopt;
+  auto text = answer_text({static_cast<const uint8_t*>(data), array->rgsabound[0].cElements}, told);
+  SafeArrayUnaccessData(array);
+  return text;
+}
+
 std::wstring response_text(LateObject& request) {
+  if (auto own = own_text(request)) return std::move(*own);
   const Variant text = request.get_property(L"responseText");
   return V_VT(&text) == VT_BSTR ? to_wstring(V_BSTR(&text)) : std::wstring();
 }

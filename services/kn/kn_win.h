@@ -26,14 +26,10 @@ class KN final : public KNGlue<KN, AutomationObject> {
   using Text = const std::wstring&;
 
   // Dates
-  bool kn_validar_data(Text text, ENUM_DATE_FORMAT format) {
-    return is_valid_date(text, static_cast<int>(format));
-  }
+  bool kn_validar_data(Text text, const VARIANT& format);
   bool kn_validar_hora(Text text, Text delimiter) { return is_valid_time(text, delimiter); }
-  std::wstring kn_formatar_data(Text text, Text format) { return format_date(text, format); }
-  std::wstring kn_formatar_data_ex(Text text, Text format) {
-    return format_date_ex(text, format, current_year());
-  }
+  std::wstring kn_formatar_data(const VARIANT& text, Text format);
+  std::wstring kn_formatar_data_ex(const VARIANT& text, Text format);
   std::wstring kn_data_hora_atual() { return date_time_text(system_.local_now()); }
   std::wstring kn_nome_dia(DATE date, bool abbreviated) { return day_name(date, abbreviated); }
   bool kn_ano_bissexto(short year) { return is_leap_year(year); }
@@ -53,8 +49,8 @@ class KN final : public KNGlue<KN, AutomationObject> {
 
   // Words, numbers and text
   std::wstring kn_extenso(double value, Text unit, Text units, Text cent, Text cents,
-                          bool plain_thousand) {
-    return number_to_words(value, {unit, units, cent, cents}, plain_thousand);
+                          bool plain_thousand, bool feminine) {
+    return number_to_words(value, {unit, units, cent, cents}, {plain_thousand, feminine});
   }
   std::wstring kn_retornar_numeros(Text text) { return keep_digits(text); }
   std::wstring kn_remover_acentos(Text text) { return remove_accents(text); }

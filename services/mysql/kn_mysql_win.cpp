@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "services/event_text_win.h"
 #include "services/kn_platform_win.h"
 #include "services/mysql/ado_connection_win.h"
 
@@ -24,16 +25,6 @@ NumberMarks user_marks() {
   marks.currency = locale_text(LOCALE_SCURRENCY);
   return marks;
 }
-
-// A text that goes out by reference and that a listener may replace.
-struct EventText {
-  explicit EventText(std::wstring_view value) : text(Bstr(value).detach()) {}
-  ~EventText() { SysFreeString(text); }
-  EventText(const EventText&) = delete;
-  EventText& operator=(const EventText&) = delete;
-
-  BSTR text;
-};
 
 }  // namespace
 

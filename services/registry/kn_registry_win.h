@@ -2,6 +2,7 @@
 #pragma once
 
 #include "kn_registry_glue.h"
+#include "services/registry/regedit4.h"
 #include "services/registry/registry_service.h"
 #include "services/registry/registry_store_win.h"
 
@@ -11,6 +12,11 @@ class KN_REGISTRY final : public KN_REGISTRYGlue<KN_REGISTRY, AutomationObject> 
  public:
   bool create_key_if_doesnt_exists() const { return registry_.creates_missing_keys; }
   void set_create_key_if_doesnt_exists(bool creates) { registry_.creates_missing_keys = creates; }
+
+  ENUM_REGISTRY_VIEW registry_view() const {
+    return static_cast<ENUM_REGISTRY_VIEW>(store_.word_size);
+  }
+  void set_registry_view(ENUM_REGISTRY_VIEW view);
 
   long create_key(const std::wstring& path);
   long kill_key(const std::wstring& path);
@@ -43,6 +49,9 @@ class KN_REGISTRY final : public KN_REGISTRYGlue<KN_REGISTRY, AutomationObject> 
                  const std::wstring& icon);
 
  private:
+  bool write_branch(const std::wstring& path, const std::wstring& file, RegExportOptions options,
+                    const RegFileCode& code, std::string_view mark);
+
   WindowsRegistry store_;
   RegistryService registry_{store_};
 };

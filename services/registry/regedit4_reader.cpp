@@ -46,8 +46,9 @@ struct ValueLine {
 
 class Reader {
  public:
-  Reader(RegistryService& registry, std::vector<std::string_view> lines, bool is_escaped)
-      : registry_(registry), lines_(std::move(lines)), is_escaped_(is_escaped) {}
+  Reader(RegistryService& registry, std::vector<std::string_view> lines, bool is_escaped,
+         const RegFileCode& code)
+      : registry_(registry), lines_(std::move(lines)), is_escaped_(is_escaped), code_(code) {}
 
   bool read() {
     std::optional<std::string> key;
@@ -174,8 +175,9 @@ class Reader {
     }
     const auto kind = parse_hex(value.substr(4, colon - 5));
     auto bytes = hex_text_to_bytes(value.substr(colon + 1));
-    if (value[colon - 1] == ')' && kind && bytes)
-      registry_.write(key, line.name, *kind, std::move(*bytes));
+    if (value[colon - 1] != ')' || !kind || !bytes) return;
+    if (is_text_kind(*kind)) *bytes = code_.decode(*bytes);
+    registry_.write(key, line.name, *kind, std::move(*bytes));
   }
 
   bool apply_double_word(const std::string& key, const ValueLine& line) {
@@ -202,12 +204,13 @@ class Reader {
   RegistryService& registry_;
   std::vector<std::string_view> lines_;
   bool is_escaped_;
+  const RegFileCode& code_;
   size_t at_ = 0;
 };
 
 }  // namespace
 
-bool import_registry(RegistryService& registry, std::string_view text) {
+bool import_registry(RegistryService& registry, std::string_view text, const RegFileCode& code) {
   const bool remembered = std::exchange(registry.creates_missing_keys, true);
   const size_t head_end = text.find("\r\n");
   const std::string_view head = text.substr(0, head_end);
@@ -219,7 +222,7 @@ bool import_registry(RegistryService& registry, std::string_view text) {
   }
   std::vector<std::string_view> lines = split_lines(text);
   const bool is_escaped = lines.size() > 1 && lines[1] == kEscapedMark;
-  if (!Reader(registry, std::move(lines), is_escaped).read()) return false;
+  if (!Reader(registry, std::move(lines), is_escaped, code).read()) return false;
   registry.creates_missing_keys = remembered;
   return true;
 }

@@ -45,8 +45,12 @@ class Writer {
 
  private:
   void line(std::string_view text) {
-    text_ += text;
-    text_ += kLineEnd;
+    const auto bytes = code_.encode(std::string(text).append(kLineEnd));
+    if (!bytes) {
+      failed_ = true;
+      return;
+    }
+    text_ += *bytes;
     if (text_.size() >= kPiece) flush();
   }
 
@@ -71,20 +75,29 @@ class Writer {
     for (const RegistryValue& value : registry_.values(path))
       if (value.type != registry_type::kString && value.type != registry_type::kBinary &&
           !is_number(value))
-        write_hex(value_name(value), "hex(" + hex_of(value.type) + "):", value.data);
+        write_hex(value_name(value), "hex(" + hex_of(value.type) + "):", file_bytes(value));
   }
 
   static bool is_number(const RegistryValue& value) {
     return value.type == registry_type::kDoubleWord && value.data.size() == 4;
   }
 
-  static std::string hex_of(uint32_t number, int digits = 1) {
+  static std::string hex_of(uint32_t number, std::string_view digits = "0123456789abcdef",
+                            size_t width = 1) {
     std::string text;
-    while (number != 0 || static_cast<int>(text.size()) < digits) {
-      text.insert(text.begin(), "0123456789abcdef"[number & 15]);
+    while (number != 0 || text.size() < width) {
+      text.insert(text.begin(), digits[number & 15]);
       number >>= 4;
     }
     return text;
+  }
+
+  // Lists of bytes hold texts in the code of the file.
+  std::string file_bytes(const RegistryValue& value) {
+    if (!is_text_kind(value.type)) return value.data;
+    const auto bytes = code_.encode(value.data);
+    failed_ = failed_ || !bytes;
+    return bytes.value_or(std::string());
   }
 
   void write_hex(const std::string& name, const std::string& kind, std::string_view data) {
@@ -107,10 +120,10 @@ class Writer {
     } else if (value.type == registry_type::kDoubleWord) {
       if (is_number(value)) {
         const auto number = static_cast<uint32_t>(registry_number(value));
-        line(name + "=dword:" + hex_of(number, 8));
+        line(name + "=dword:" + hex_of(number, "0123456789ABCDEF", 8));
       }
     } else if (options_.escaped && needs_hex(value.data)) {
-      write_hex(name, "hex(1):", value.data);
+      write_hex(name, "hex(1):", file_bytes(value));
     } else {
       line(name + "=" + quoted(registry_text(value)));
     }
@@ -120,6 +133,8 @@ class Writer {
   const RegExportOptions& options_;
   const RegTextSink& out_;
   std::string text_;  // not yet given to the sink
+  RegFileCode unchanged_;
+  const RegFileCode& code_ = options_.code != nullptr ? *options_.code : unchanged_;
   bool failed_ = false;
 };
 

@@ -1,5 +1,5 @@
 // Registry paths: a root, written long or short, and a sub path behind a backslash. Registry text
-// is kept in the bytes of the ANSI code page, as the calls and the files have it.
+// is UTF-8 within the program.
 #pragma once
 
 #include <cstdint>

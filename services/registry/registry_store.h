@@ -16,12 +16,19 @@ inline constexpr uint32_t kString = 1;
 inline constexpr uint32_t kExpandString = 2;
 inline constexpr uint32_t kBinary = 3;
 inline constexpr uint32_t kDoubleWord = 4;
+inline constexpr uint32_t kMultiString = 7;
 }  // namespace registry_type
+
+/// Kinds whose data is text, or texts with a zero behind each.
+constexpr bool is_text_kind(uint32_t type) {
+  return type == registry_type::kString || type == registry_type::kExpandString ||
+         type == registry_type::kMultiString;
+}
 
 struct RegistryValue {
   std::string name;  // empty for the key's default value
   uint32_t type = 0;
-  std::string data;  // as stored, of any length
+  std::string data;  // as stored, of any length; UTF-8 where the kind is one of text
 };
 
 /// No call raises; failures answer 0, false or nothing. A "handle" is the number of the key handle

@@ -2,8 +2,10 @@
 
 #include <windows.h>
 
-#include <algorithm>
 #include <string_view>
+
+#include "services/mysql/utf8_text.h"
+#include "services/registry/regedit4_code.h"
 
 namespace kestrelon {
 namespace {
@@ -16,14 +18,23 @@ HKEY root_handle(const RegistryPath& key) {
       static_cast<LONG_PTR>(static_cast<LONG>(static_cast<uint32_t>(key.root))));
 }
 
-// The ANSI calls take at most 260 characters of a path; a longer one is walked in such steps.
-constexpr size_t kMostStep = 255;
+std::wstring wide(std::string_view text) {
+  std::wstring units;
+  from_utf8(text, units);
+  return units;
+}
 
-// Length of the first step of a path, up to a backslash if the path is longer.
-size_t step_length(std::string_view path) {
-  if (path.size() <= kMostStep) return path.size();
-  const size_t slash = path.rfind('\\', kMostStep);
-  return slash == std::string_view::npos ? path.size() : slash;
+// Data as the registry has it: texts in UTF-16, with a zero at their end.
+std::string stored_data(const RegistryValue& value) {
+  if (!is_text_kind(value.type)) return value.data;
+  std::string data = *Utf16FileCode().encode(value.data);
+  const bool is_ended = data.ends_with(std::string_view("\0\0", 2));
+  if (!data.empty() && !is_ended) data.append(2, '\0');
+  return data;
+}
+
+std::string own_data(uint32_t type, std::string_view data) {
+  return is_text_kind(type) ? Utf16FileCode().decode(data) : std::string(data);
 }
 
 // A key open for the time of one call, made with all keys above it if `creates`.
@@ -31,19 +42,12 @@ class OpenKey {
  public:
   OpenKey(const RegistryPath& path, REGSAM access, bool creates = false) {
     if (path.root == RegistryRoot::kNone) return;
-    HKEY above = root_handle(path);
-    for (std::string_view rest = path.sub_path;;) {
-      const std::string step(rest.substr(0, step_length(rest)));
-      rest.remove_prefix(std::min(step.size() + 1, rest.size()));
-      HKEY next = nullptr;
-      const LSTATUS status =
-          creates ? RegCreateKeyExA(above, step.c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE,
-                                    access, nullptr, &next, nullptr)
-                  : RegOpenKeyExA(above, step.c_str(), 0, access, &next);
-      if (key_ != nullptr) RegCloseKey(key_);
-      above = key_ = status == ERROR_SUCCESS ? next : nullptr;
-      if (key_ == nullptr || rest.empty()) return;
-    }
+    const std::wstring sub_path = wide(path.sub_path);
+    if (creates)
+      RegCreateKeyExW(root_handle(path), sub_path.c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE,
+                      access, nullptr, &key_, nullptr);
+    else
+      RegOpenKeyExW(root_handle(path), sub_path.c_str(), 0, access, &key_);
   }
   ~OpenKey() {
     if (key_ != nullptr) RegCloseKey(key_);
@@ -73,7 +77,7 @@ struct Limits {
   DWORD data = 0;
 
   explicit Limits(HKEY key) {
-    RegQueryInfoKeyA(key, nullptr, nullptr, nullptr, &subkeys, &subkey_name, nullptr, &values,
+    RegQueryInfoKeyW(key, nullptr, nullptr, nullptr, &subkeys, &subkey_name, nullptr, &values,
                      &value_name, &data, nullptr, nullptr);
   }
 };
@@ -82,12 +86,16 @@ constexpr DWORD kMostName = 16384;  // characters, with the terminator
 
 }  // namespace
 
+uint32_t WindowsRegistry::view() const {
+  return word_size == 64 ? KEY_WOW64_64KEY : word_size == 32 ? KEY_WOW64_32KEY : 0;
+}
+
 bool WindowsRegistry::key_exists(const RegistryPath& key) {
-  return static_cast<bool>(OpenKey(key, KEY_READ));
+  return static_cast<bool>(OpenKey(key, KEY_READ | view()));
 }
 
 RegistryStore::Handle WindowsRegistry::create_key(const RegistryPath& path) {
-  const OpenKey key(path, KEY_READ | KEY_WRITE, true);
+  const OpenKey key(path, KEY_READ | KEY_WRITE | view(), true);
   return handle_if(key ? ERROR_SUCCESS : ERROR_CANTOPEN, key.get());
 }
 
@@ -97,43 +105,46 @@ RegistryStore::Handle WindowsRegistry::delete_key(const RegistryPath& path) {
   const size_t slash = path.sub_path.rfind('\\');
   RegistryPath parent = path;
   parent.sub_path.resize(slash == std::string::npos ? 0 : slash);
-  const OpenKey key(parent, KEY_READ);
+  const OpenKey key(parent, KEY_READ | view());
   if (!key) return 0;
   const std::string name = path.sub_path.substr(slash + 1);  // from 0 without a backslash
-  return name.empty() ? 0 : handle_if(RegDeleteKeyA(key.get(), name.c_str()), key.get());
+  return name.empty()
+             ? 0
+             : handle_if(RegDeleteKeyExW(key.get(), wide(name).c_str(), view(), 0), key.get());
 }
 
 std::vector<std::string> WindowsRegistry::subkeys(const RegistryPath& path) {
   std::vector<std::string> names;
-  const OpenKey key(path, KEY_READ);
+  const OpenKey key(path, KEY_READ | view());
   if (!key) return names;
-  std::string name(Limits(key.get()).subkey_name + 1, '\0');
+  std::wstring name(Limits(key.get()).subkey_name + 1, L'\0');
   for (DWORD index = 0;;) {
     auto length = static_cast<DWORD>(name.size());
     const LSTATUS status =
-        RegEnumKeyExA(key.get(), index, name.data(), &length, nullptr, nullptr, nullptr, nullptr);
+        RegEnumKeyExW(key.get(), index, name.data(), &length, nullptr, nullptr, nullptr, nullptr);
     if (status == ERROR_MORE_DATA && name.size() < kMostName) {
       name.resize(kMostName);
       continue;
     }
     if (status != ERROR_SUCCESS) return names;
-    names.emplace_back(name.data(), length);
+    names.push_back(to_utf8({name.data(), length}));
     ++index;
   }
 }
 
 std::optional<RegistryValue> WindowsRegistry::value(const RegistryPath& path,
                                                     const std::string& name) {
-  const OpenKey key(path, KEY_READ);
+  const OpenKey key(path, KEY_READ | view());
   if (!key) return std::nullopt;
   RegistryValue value;
   value.name = name;
+  const std::wstring wide_name = wide(name);
   for (DWORD size = 0;;) {
     DWORD type = 0;
     const bool asks = value.data.empty();
     size = static_cast<DWORD>(value.data.size());
     const LSTATUS status =
-        RegQueryValueExA(key.get(), name.c_str(), nullptr, &type,
+        RegQueryValueExW(key.get(), wide_name.c_str(), nullptr, &type,
                          asks ? nullptr : reinterpret_cast<BYTE*>(value.data.data()), &size);
     value.type = type;
     if (status == ERROR_MORE_DATA || (status == ERROR_SUCCESS && asks && size > 0)) {
@@ -141,23 +152,23 @@ std::optional<RegistryValue> WindowsRegistry::value(const RegistryPath& path,
       continue;
     }
     if (status != ERROR_SUCCESS) return std::nullopt;
-    value.data.resize(size);
+    value.data = own_data(type, std::string_view(value.data).substr(0, size));
     return value;
   }
 }
 
 std::vector<RegistryValue> WindowsRegistry::values(const RegistryPath& path) {
   std::vector<RegistryValue> values;
-  const OpenKey key(path, KEY_READ);
+  const OpenKey key(path, KEY_READ | view());
   if (!key) return values;
   const Limits limits(key.get());
-  std::string name(limits.value_name + 1, '\0');
+  std::wstring name(limits.value_name + 1, L'\0');
   std::string data(limits.data + 1, '\0');
   for (DWORD index = 0;;) {
     auto name_length = static_cast<DWORD>(name.size());
     auto size = static_cast<DWORD>(data.size());
     DWORD type = 0;
-    const LSTATUS status = RegEnumValueA(key.get(), index, name.data(), &name_length, nullptr,
+    const LSTATUS status = RegEnumValueW(key.get(), index, name.data(), &name_length, nullptr,
                                          &type, reinterpret_cast<BYTE*>(data.data()), &size);
     if (status == ERROR_MORE_DATA && (name.size() < kMostName || size > data.size())) {
       name.resize(kMostName);
@@ -165,26 +176,28 @@ std::vector<RegistryValue> WindowsRegistry::values(const RegistryPath& path) {
       continue;
     }
     if (status != ERROR_SUCCESS) return values;
-    values.push_back({std::string(name.data(), name_length), type, data.substr(0, size)});
+    values.push_back({to_utf8({name.data(), name_length}), type,
+                      own_data(type, std::string_view(data).substr(0, size))});
     ++index;
   }
 }
 
 RegistryStore::Handle WindowsRegistry::set_value(const RegistryPath& path,
                                                  const RegistryValue& value) {
-  const OpenKey key(path, kWriteAccess);
+  const OpenKey key(path, kWriteAccess | view());
   if (!key) return 0;
-  return handle_if(RegSetValueExA(key.get(), value.name.c_str(), 0, value.type,
-                                  reinterpret_cast<const BYTE*>(value.data.data()),
-                                  static_cast<DWORD>(value.data.size())),
-                   key.get());
+  const std::string data = stored_data(value);
+  return handle_if(
+      RegSetValueExW(key.get(), wide(value.name).c_str(), 0, value.type,
+                     reinterpret_cast<const BYTE*>(data.data()), static_cast<DWORD>(data.size())),
+      key.get());
 }
 
 RegistryStore::Handle WindowsRegistry::delete_value(const RegistryPath& path,
                                                     const std::string& name) {
-  const OpenKey key(path, kWriteAccess);
+  const OpenKey key(path, kWriteAccess | view());
   if (!key) return 0;
-  return handle_if(RegDeleteValueA(key.get(), name.c_str()), key.get());
+  return handle_if(RegDeleteValueW(key.get(), wide(name).c_str()), key.get());
 }
 
 }  // namespace kestrelon

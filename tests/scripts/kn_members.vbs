@@ -39,6 +39,12 @@ Check "KN_ValidarData", k.KN_ValidarData("29/02/2023", 1), False
 Check "KN_ValidarHora", k.KN_ValidarHora("23:59"), True
 Check "KN_ValidarHora", k.KN_ValidarHora("23h60", "h"), False
 Check "KN_FormatarData", k.KN_FormatarData("2024-02-29", "dd/mm/yyyy"), "29/02/2024"
+Check "KN_ValidarData", k.KN_ValidarData("29/02/2024", "DD/MM/YYYY"), True
+Check "KN_ValidarData", k.KN_ValidarData("29/02/2024", "mm/dd/yyyy"), False
+Check "KN_ValidarData", k.KN_ValidarData("29/02/2024", "?"), False
+Check "KN_FormatarData", k.KN_FormatarData(DateSerial(2026, 11, 5), "yyyy-mm-dd"), "2026-11-05"
+Check "KN_FormatarDataEx", k.KN_FormatarDataEx(DateSerial(2026, 11, 5)), "05/11/2026"
+Check "KN_FormatarDataEx", k.KN_FormatarDataEx(DateSerial(2026, 11, 5), "dddd"), "quinta-feira"
 Check "KN_FormatarDataEx", k.KN_FormatarDataEx("5/11/26"), "05/11/2026"
 Check "KN_FormatarDataEx", k.KN_FormatarDataEx("5/11/26 8:05", "hh:mm"), "08:05"
 Check "KN_DataHoraAtual", Matches(k.KN_DataHoraAtual, "^\d\d/\d\d/\d{4} \d\d:\d\d:\d\d$"), True
@@ -63,6 +69,7 @@ NoError "documents"
 ' Words, numbers and text
 Check "KN_Extenso", k.KN_Extenso(1230.5), "um mil duzentos e trinta reais e cinquenta centavos"
 Check "KN_Extenso", k.KN_Extenso(-1000, "ponto", "pontos", "", "", True), "mil pontos negativos"
+Check "KN_Extenso", k.KN_Extenso(21, "libra", "libras", "", "", True, True), "vinte e uma libras"
 Check "KN_RetornarNumeros", k.KN_RetornarNumeros("a1-2"), "12"
 Check "KN_RemoverAcentos", k.KN_RemoverAcentos("A" & Chr(231) & Chr(227) & "o"), "Acao"
 Check "KN_FormatarBytes", Matches(k.KN_FormatarBytes(1000), "^0[.,]98 Kb$"), True

@@ -45,6 +45,13 @@ TEST_F(AjaxTest, AGetBringsTheAnswerAndSendsItsContentType) {
   EXPECT_THAT(response(), Not(HasSubstr(L"charset")));
 }
 
+TEST_F(AjaxTest, AnswersAreUnpackedAndReadByTheirCharacterSet) {
+  for (const wchar_t* page : {L"/latin", L"/unnamed", L"/gzip"}) {
+    EXPECT_TRUE(get(server_.address(page))) << page;
+    EXPECT_EQ(response(), L"preço") << page;
+  }
+}
+
 TEST_F(AjaxTest, APostSendsTheFieldsWithTheLengthInBytes) {
   add(L"nome", L"ação");
   add(L"nome", L"a b");

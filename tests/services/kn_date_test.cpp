@@ -72,10 +72,10 @@ TEST(FormatMoment, WritesEachTokenOfTheLanguage) {
     const wchar_t* text;
   } cases[] = {{L"DD/MM/YYYY", L"05/11/2026"},
                {L"d-m-yy", L"5-11-26"},
-               {L"ddd, dddd", L"Qui, Quinta-feira"},
+               {L"ddd, dddd", L"qui, quinta-feira"},
                {L"mmm mmmm", L"nov novembro"},
                {L"ddddd", L"05/11/2026"},
-               {L"Long Date", L"Quinta-feira, 5 de novembro de 2026"},
+               {L"Long Date", L"quinta-feira, 5 de novembro de 2026"},
                {L"y w ww q", L"309 5 45 4"},
                {L"hh:mm:ss", L"15:04:09"},
                {L"h:m:s", L"15:4:9"},

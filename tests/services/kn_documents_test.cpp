@@ -87,8 +87,8 @@ TEST(Cnpj, TakesPublishedNumbers) {
     EXPECT_TRUE(is_valid_cnpj(valid)) << testing::PrintToString(std::wstring(valid));
   for (const wchar_t* wrong :
        {L"12abc34501de35", L"12ABC34501DE3A", L"12ABC34501DEA5", L"12ABC34501DE36", L"", L"...-/",
-        L"12ABC34501DE3", L"12ABC34501DE350", L" 12ABC34501DE35", L"12ABC345 01DE35",
-        L"12ABÇ34501DE35", L"12AB[34501DE35", L"12AB@34501DE35", L"12AB:34501DE35"})
+        L"12ABC34501DE3", L"12ABC34501DE350", L" ", L"12ABC345 01DE35", L"12ABÇ34501DE35",
+        L"12AB[34501DE35", L"12AB@34501DE35", L"12AB:34501DE35"})
     EXPECT_FALSE(is_valid_cnpj(wrong)) << testing::PrintToString(std::wstring(wrong));
 }
 
@@ -102,6 +102,15 @@ TEST(Cnpj, RefusesChangesOfLettersButThoseThatWeighTheSame) {
       const bool same = (other - valid[at]) % 11 == 0;
       EXPECT_EQ(is_valid_cnpj(changed), same) << testing::PrintToString(changed);
     }
+}
+
+TEST(CpfOrCnpj, BlanksAroundTheNumberDoNotCount) {
+  EXPECT_TRUE(is_valid_cpf(L" 529.982.247-25  "));
+  EXPECT_TRUE(is_valid_cnpj(L" 12ABC34501DE35"));
+  EXPECT_TRUE(is_valid_cpf_or_cnpj(L"52998224725 "));
+  EXPECT_FALSE(is_valid_cpf(L" 529982247 25 "));
+  EXPECT_FALSE(is_valid_cpf_or_cnpj(L"\t52998224725"));
+  EXPECT_FALSE(is_valid_cpf(L"           "));
 }
 
 TEST(CpfOrCnpj, KeepsItsDocumentedAnswers) {

@@ -37,6 +37,8 @@ class FakePlatform : public KnPlatform {
   bool zlib = true;
   size_t largest_read = 0;
   size_t open_files = 0;
+  std::map<std::wstring, IniForm> ini_forms;  // new where it is missing
+  bool takes_new_files = true;
 
   DateTime local_now() override { return now; }
   wchar_t decimal_mark() override { return L','; }
@@ -66,6 +68,17 @@ class FakePlatform : public KnPlatform {
     std::copy_n(value.begin(), length, buffer.begin());
     buffer[length] = 0;
     return length;
+  }
+  IniForm ini_form(const std::wstring& file) override {
+    const auto found = ini_forms.find(file);
+    return found == ini_forms.end() ? IniForm::kNew : found->second;
+  }
+  bool begin_wide_ini(const std::wstring& file) override {
+    if (takes_new_files) ini_forms[file] = IniForm::kWide;
+    return takes_new_files;
+  }
+  bool fits_page(const std::wstring& text) override {
+    return std::all_of(text.begin(), text.end(), [](wchar_t c) { return c < 0x100; });
   }
   bool write_ini(const std::wstring& file, const std::wstring& section, const std::wstring& key,
                  const std::wstring& value) override {

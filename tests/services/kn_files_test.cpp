@@ -180,5 +180,34 @@ TEST(Random, GroupsAreFilledToTheWidthOfTheBound) {
   EXPECT_EQ(random_number(machine), 2147483647);
 }
 
+TEST(Ini, TextsBeyondThePageNeedAWideFile) {
+  using Form = KnPlatform::IniForm;
+  FakePlatform machine;
+  machine.ini_forms = {{L"old.ini", Form::kAnsi}, {L"wide.ini", Form::kWide}};
+  const std::wstring word = L"\u6F22";
+  EXPECT_TRUE(write_ini(machine, L"old.ini", L"s", L"k", L"ação"));
+  EXPECT_FALSE(write_ini(machine, L"old.ini", L"s", L"k", word));
+  EXPECT_FALSE(write_ini(machine, L"old.ini", L"s", word, L"v"));
+  EXPECT_FALSE(write_ini(machine, L"old.ini", word, L"k", L"v"));
+  EXPECT_EQ(read_ini(machine, L"old.ini", L"s", L"k"), L"ação") << "a refusal changes nothing";
+  EXPECT_TRUE(write_ini(machine, L"wide.ini", L"s", L"k", word));
+  EXPECT_TRUE(write_ini(machine, L"plain.ini", L"s", L"k", L"v"));
+  EXPECT_FALSE(machine.ini_forms.contains(L"plain.ini")) << "no mark without need";
+  EXPECT_TRUE(write_ini(machine, L"new.ini", L"s", L"k", word));
+  EXPECT_EQ(machine.ini_forms[L"new.ini"], Form::kWide);
+  machine.takes_new_files = false;
+  EXPECT_FALSE(write_ini(machine, L"no.ini", L"s", L"k", word));
+}
+
+TEST(Ini, FileNamesBeyondTheSystemsLimitAreRefused) {
+  FakePlatform machine;
+  const std::wstring longest(kLongestIniName, L'n');
+  EXPECT_TRUE(write_ini(machine, longest, L"s", L"k", L"v"));
+  EXPECT_EQ(read_ini(machine, longest, L"s", L"k"), L"v");
+  machine.ini[longest + L"x|s|k"] = L"v";
+  EXPECT_EQ(read_ini(machine, longest + L"x", L"s", L"k"), L"");
+  EXPECT_FALSE(write_ini(machine, longest + L"x", L"s", L"k", L"w"));
+}
+
 }  // namespace
 }  // namespace kestrelon

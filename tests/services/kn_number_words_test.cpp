@@ -130,14 +130,19 @@ TEST(NumberToWords, SpeaksCentsSignsAndLimits) {
                {-1000001, L"um milhão e um reais negativos"},
                {-0.001, L"zero reais"},
                {-0.0, L"zero reais"},
-               {0.005, L"zero reais"},     // half a cent goes to the even neighbour
-               {0.125, L"doze centavos"},  // so does this one
-               {0.375, L"trinta e oito centavos"},
+               // Halves of a cent as they are written, whatever their nearest binary number is.
+               {0.005, L"um centavo"},
+               {0.125, L"treze centavos"},
+               {1.015, L"um real e dois centavos"},
+               {-1.005, L"um real e um centavo negativo"},
+               {1.0149999999, L"um real e um centavo"},
+               {2.675, L"dois reais e sessenta e oito centavos"},
                {0.999, L"um real"},
                {0.995, L"um real"},
                {9999999999.994,
                 L"nove bilhões novecentos e noventa e nove milhões novecentos e noventa e "
                 L"nove mil novecentos e noventa e nove reais e noventa e nove centavos"},
+               {9999999999.995, L"Valor não suportado."},
                {9999999999.999, L"Valor não suportado."},
                {10000000000.0, L"Valor não suportado."},
                {-10000000000.0, L"Valor não suportado."},
@@ -157,12 +162,33 @@ TEST(NumberToWords, TakesAnyCurrencyWordsWithoutStrayBlanks) {
   EXPECT_EQ(number_to_words(3, {L" metro ", L" metros ", L"", L""}), L"três metros");
 }
 
+TEST(NumberToWords, FeminineWordsReachUnitsAndThousandsOnly) {
+  const CurrencyWords pounds{L"libra", L"libras", L"centavo", L"centavos"};
+  const auto words = [&](double value) {
+    return number_to_words(value, pounds, {.feminine = true});
+  };
+  EXPECT_EQ(words(1), L"uma libra");
+  EXPECT_EQ(words(2.02), L"duas libras e dois centavos");
+  EXPECT_EQ(words(221), L"duzentas e vinte e uma libras");
+  EXPECT_EQ(words(100), L"cem libras");
+  EXPECT_EQ(words(112), L"cento e doze libras");
+  EXPECT_EQ(words(2002), L"duas mil e duas libras");
+  EXPECT_EQ(words(541000), L"quinhentas e quarenta e uma mil libras");
+  EXPECT_EQ(words(2002000), L"dois milhões e duas mil libras");
+  EXPECT_EQ(words(1e9), L"um bilhão de libras");
+  EXPECT_EQ(words(-2), L"duas libras negativas");
+  EXPECT_EQ(words(-1), L"uma libra negativa");
+  EXPECT_EQ(words(-1.02), L"uma libra e dois centavos negativos");
+  EXPECT_EQ(number_to_words(21, {L"página", L"páginas", L"", L""}, {.feminine = true}),
+            L"vinte e uma páginas");
+}
+
 TEST(NumberToWords, DropsTheOneBeforeThousandOnRequest) {
-  EXPECT_EQ(number_to_words(1000, {}, true), L"mil reais");
-  EXPECT_EQ(number_to_words(1001, {}, true), L"mil e um reais");
-  EXPECT_EQ(number_to_words(1001000, {}, true), L"um milhão e mil reais");
-  EXPECT_EQ(number_to_words(21000, {}, true), L"vinte e um mil reais");
-  EXPECT_EQ(number_to_words(1, {}, true), L"um real");
+  EXPECT_EQ(number_to_words(1000, {}, {.plain_thousand = true}), L"mil reais");
+  EXPECT_EQ(number_to_words(1001, {}, {.plain_thousand = true}), L"mil e um reais");
+  EXPECT_EQ(number_to_words(1001000, {}, {.plain_thousand = true}), L"um milhão e mil reais");
+  EXPECT_EQ(number_to_words(21000, {}, {.plain_thousand = true}), L"vinte e um mil reais");
+  EXPECT_EQ(number_to_words(1, {}, {.plain_thousand = true}), L"um real");
 }
 
 }  // namespace

@@ -86,6 +86,22 @@ TEST_F(KnPlatformWin, KeepsLongIniValues) {
   delete_file(machine_, file);
 }
 
+TEST_F(KnPlatformWin, IniFilesHoldWordsBeyondTheCodePageOrRefuseThem) {
+  const std::wstring wide = folder_ + L"\\w.ini", old = folder_ + L"\\o.ini", word = L"漢字 ж";
+  EXPECT_TRUE(write_ini(machine_, wide, L"s", word, word));
+  EXPECT_EQ(read_ini(machine_, wide, L"s", word), word);
+  EXPECT_EQ(machine_.ini_form(wide), KnPlatform::IniForm::kWide);
+  EXPECT_TRUE(write_ini(machine_, wide, L"s", L"k", L"v"));
+  EXPECT_EQ(read_ini(machine_, wide, L"s", word), word);
+  write(old, "[s]\r\nk=v\r\n");
+  EXPECT_FALSE(write_ini(machine_, old, L"s", L"k", word));
+  EXPECT_EQ(read_ini(machine_, old, L"s", L"k"), L"v");
+  EXPECT_TRUE(write_ini(machine_, old, L"s", L"k", L"w"));
+  EXPECT_EQ(read_ini(machine_, old, L"s", L"k"), L"w");
+  delete_file(machine_, wide);
+  delete_file(machine_, old);
+}
+
 TEST_F(KnPlatformWin, KnowsTheClockAndTheDrives) {
   const DateTime now = machine_.local_now();
   EXPECT_TRUE(is_real_date(now.date));

@@ -136,6 +136,54 @@ TEST_F(RegistryTest, ABranchComesBackFromItsExport) {
   EXPECT_EQ(picture(), before);
 }
 
+TEST_F(RegistryTest, ABranchBeyondTheCodePageGoesIntoAWideFile) {
+  const std::wstring word = L"漢字 ж \xD83D\xDE00";
+  write(path(L"\\ж"), word, word);
+  EXPECT_EQ(read(path(L"\\ж"), word), word);
+  const wchar_t list[] = L"漢\0b\0";
+  RegSetKeyValueW(HKEY_CURRENT_USER, L"Software\\KestrelonTest", L"lista", REG_MULTI_SZ, list,
+                  sizeof list);
+  const std::string before = picture();
+  EXPECT_TRUE(before.starts_with(std::string("\xFF\xFER\0E\0", 6)));
+  for (const bool escaped : {false, true}) {
+    ASSERT_TRUE(export_to_file(escaped));
+    clear();
+    EXPECT_TRUE(import_file());
+    EXPECT_EQ(read(path(L"\\ж"), word), word) << escaped;
+    std::filesystem::remove(file_);
+  }
+  RegSetKeyValueW(HKEY_CURRENT_USER, L"Software\\KestrelonTest", L"lista", REG_MULTI_SZ, list,
+                  sizeof list);
+  EXPECT_EQ(picture(), before);
+}
+
+TEST_F(RegistryTest, EachViewHasItsOwnKeys) {
+  const std::wstring key = L"HKLM\\Software\\KestrelonTest";
+  const auto exists = [&](ENUM_REGISTRY_VIEW view) {
+    EXPECT_EQ(registry_->put_RegistryView(view), S_OK);
+    return truth_of([&](VARIANT_BOOL* out) { return registry_->KeyExists(Bstr(key).get(), out); });
+  };
+  const auto kill = [&](ENUM_REGISTRY_VIEW view) {
+    registry_->put_RegistryView(view);
+    return number_from([&](long* out) { return registry_->KillKey(Bstr(key).get(), out); });
+  };
+  kill(View_32_Bits);
+  kill(View_64_Bits);
+  registry_->put_RegistryView(View_64_Bits);
+  ASSERT_NE(write(key, L"a", L"64"), 0);
+  SYSTEM_INFO info;
+  GetNativeSystemInfo(&info);
+  const bool has_two = info.wProcessorArchitecture == PROCESSOR_ARCHITECTURE_AMD64;
+  EXPECT_EQ(exists(View_32_Bits), !has_two);
+  EXPECT_EQ(exists(View_Default), !has_two || sizeof(void*) == 8);
+  registry_->put_RegistryView(static_cast<ENUM_REGISTRY_VIEW>(16));
+  ENUM_REGISTRY_VIEW view = View_64_Bits;
+  EXPECT_EQ(registry_->get_RegistryView(&view), S_OK);
+  EXPECT_EQ(view, View_Default) << "a view that there is not changes nothing";
+  EXPECT_NE(kill(View_64_Bits), 0);
+  EXPECT_FALSE(exists(View_64_Bits));
+}
+
 TEST_F(RegistryTest, AnExportNeverOverwritesAndShowsItsProgress) {
   write(path(), L"a", L"b");
   { std::ofstream(file_) << "x"; }

@@ -101,12 +101,36 @@ class LoopbackHttp {
       const std::string body = request.find(" /entities") != std::string::npos
                                    ? "&lt;b&gt;a\xC3\xA7&#227;o&amp;#65;"
                                    : request;
+      if (answer_bytes(connection, request)) continue;
       const std::string answer =
           "HTTP/1.1 200 OK\r\nContent-Type: text/plain; charset=utf-8\r\n"
           "Content-Length: " +
           std::to_string(body.size()) + "\r\n\r\n" + body;
       send(connection, answer.data(), static_cast<int>(answer.size()), 0);
     }
+  }
+
+  // /latin is of the Western page, by its header; /unnamed is, but tells nothing; /gzip is packed,
+  // asked for or not.
+  static bool answer_bytes(SOCKET connection, const std::string& request) {
+    const auto asks = [&](const char* path) { return request.find(path) != std::string::npos; };
+    std::string head, body = "pre\xE7o";
+    if (asks(" /latin")) {
+      head = "Content-Type: text/plain; charset=iso-8859-1\r\n";
+    } else if (asks(" /unnamed")) {
+      head = "Content-Type: text/plain\r\n";
+    } else if (asks(" /gzip")) {
+      head = "Content-Type: text/plain; charset=utf-8\r\nContent-Encoding: gzip\r\n";
+      const char packed[] =
+          "\x1F\x8B\x08\0\0\0\0\0\0\xFF\x01\x06\0\xF9\xFFpre\xC3\xA7o\x02\x66\xA8\x9A\x06\0\0\0";
+      body.assign(packed, sizeof packed - 1);
+    } else {
+      return false;
+    }
+    const std::string answer = "HTTP/1.1 200 OK\r\n" + head +
+                               "Content-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body;
+    send(connection, answer.data(), static_cast<int>(answer.size()), 0);
+    return true;
   }
 
   SOCKET listener_;

@@ -55,7 +55,7 @@ TEST_F(Regedit4Test, APlainExportIsGroupedByKindAndEscapesNothing) {
   options.on_key = [&](const std::string& path) { shown.push_back(path); };
   EXPECT_EQ(exported(options),
             "REGEDIT4\r\n\r\n[HKEY_CURRENT_USER\\Loja]\r\n@=\"\"\r\n\"z\"=\"C:\\x \"y\"\"\r\n"
-            "\"b\"=hex:0A,FF\r\n\"a\"=dword:000000ff\r\n\r\n"
+            "\"b\"=hex:0A,FF\r\n\"a\"=dword:000000FF\r\n\r\n"
             "[HKEY_CURRENT_USER\\Loja\\Filha]\r\n\r\n");
   EXPECT_EQ(shown, (std::vector<std::string>{"HKEY_CURRENT_USER\\Loja",
                                              "HKEY_CURRENT_USER\\Loja\\Filha"}));
@@ -78,6 +78,53 @@ TEST_F(Regedit4Test, TheEscapedFormCarriesEverything) {
   auto expected = before;
   expected.erase(std::to_string(0x80000001u) + "\\");
   EXPECT_EQ(after, expected);
+}
+
+TEST_F(Regedit4Test, TheFileHasTextsInItsOwnCode) {
+  fill_awkward(registry_);
+  registry_.write_string("HKCU\\Loja\\\xE6\xBC\xA2", "\xD0\xB6", "\xF0\x9F\x98\x80\r\n=");
+  registry_.write("HKCU\\Loja", "muitos", 7, std::string("\xE6\xBC\xA2\0b\0\0", 7));
+  const auto before = store_.keys;
+  const Utf16FileCode code;
+  RegExportOptions options;
+  options.escaped = true;
+  options.code = &code;
+  const std::string file = exported(options);
+  EXPECT_EQ(file.substr(0, 6), std::string("R\0E\0G\0", 6));
+  EXPECT_NE(code.decode(file).find("hex(7):22,6F,00,00,62,00,00,00,00,00"), std::string::npos);
+  store_.keys.clear();
+  ASSERT_TRUE(import_registry(registry_, code.decode(file), code));
+  for (const auto& [key, values] : before) EXPECT_EQ(store_.keys[key], values) << key;
+}
+
+// A code without letters beyond ASCII, as a machine's page lacks those of other scripts.
+class AsciiCode final : public RegFileCode {
+ public:
+  std::optional<std::string> encode(std::string_view text) const override {
+    for (const char c : text)
+      if (static_cast<unsigned char>(c) > 0x7F) return std::nullopt;
+    return std::string(text);
+  }
+};
+
+TEST_F(Regedit4Test, AnExportThatWouldLoseALetterFails) {
+  const AsciiCode code;
+  RegExportOptions options;
+  options.code = &code;
+  const auto succeeds = [&] {
+    return export_registry(registry_, "HKCU\\Loja", options, [](std::string_view) { return true; });
+  };
+  registry_.write_string("HKCU\\Loja", "a", "b");
+  EXPECT_TRUE(succeeds());
+  registry_.write("HKCU\\Loja", "m", 7, "\xC3\xA7");
+  EXPECT_TRUE(succeeds()) << "of a kind that the plain form leaves out";
+  options.escaped = true;
+  EXPECT_FALSE(succeeds());
+  registry_.delete_value("HKCU\\Loja", "m");
+  registry_.write("HKCU\\Loja", "bytes", 3, "\xC3\xA7");
+  EXPECT_TRUE(succeeds()) << "bytes are no text";
+  registry_.create_key("HKCU\\Loja\\\xC3\xA7");
+  EXPECT_FALSE(succeeds());
 }
 
 TEST_F(Regedit4Test, CommonValuesComeBackFromThePlainForm) {
