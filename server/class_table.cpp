@@ -1,6 +1,7 @@
 #include "server/class_table.h"
 
 #include "base/resource_ids.h"
+#include "chrome/us_menu/us_menu.h"
 #include "chrome/us_tool_bar/us_tool_bar.h"
 #include "controls/us_alpha_image/us_alpha_image.h"
 #include "controls/us_animated_image/us_animated_image.h"
@@ -91,6 +92,8 @@ std::span<const ServerClass> server_classes() {
                        ControlTraits{}.misc_status | OLEMISC_ACTSLIKELABEL | OLEMISC_NOUIACTIVATE),
       control<USFlexGrid>(L"Kestrelon: grade de dados", IDB_TOOLBOX_USFLEXGRID),
       service<KN_MSGBOX>(L"Kestrelon: caixa de mensagem com temas"),
+      control<USMenu>(L"Kestrelon: menu com imagens e temas", IDB_TOOLBOX_USMENU,
+                      ControlTraits{}.misc_status | OLEMISC_ALIGNABLE),
   };
   return kClasses;
 }
