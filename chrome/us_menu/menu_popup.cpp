@@ -11,6 +11,7 @@ namespace kestrelon {
 namespace {
 
 constexpr wchar_t kWindowClass[] = L"KestrelonMenu2012";
+constexpr DWORD kReaderSignature = 0xAA0DF00D;
 thread_local MenuPopup* current = nullptr;
 
 UINT state_of(const MenuItem& item) {
@@ -75,7 +76,7 @@ void MenuPopup::fill(HMENU menu, const std::vector<MenuItem>& items, int parent)
     entry.item = item;
     entry.text = without_access_marks(item.caption);
     if (!item.short_cut.empty()) entry.text += L"\t" + item.short_cut;
-    entry.reader = {MSAA_MENU_SIG, static_cast<DWORD>(entry.text.size()), entry.text.data()};
+    entry.reader = {kReaderSignature, static_cast<DWORD>(entry.text.size()), entry.text.data()};
     const bool opens = !item.separates() && !menu_model::children(items, index).empty();
     MENUITEMINFOW info{};
     info.cbSize = sizeof info;

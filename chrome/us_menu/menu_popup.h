@@ -64,8 +64,14 @@ class MenuPopup {
   Outcome run(HWND form, int parent, POINT at, UINT flags, const RECT* spare, bool select_first);
 
  private:
+  /// What screen readers look for at the data of an item that its program draws.
+  struct ReaderText {
+    DWORD signature;
+    DWORD length;
+    wchar_t* text;
+  };
   struct Entry {
-    MSAAMENUINFO reader;  // must be first: screen readers look for it
+    ReaderText reader;  // must be first
     MenuItem item;
     std::wstring text;
     HMENU submenu;

@@ -89,7 +89,7 @@ void MenuPopup::draw_mark(const Entry& entry, const PixelRect& column, bool disa
   if (const c32bppDIB* const image = item.image.empty() ? nullptr : owner_.menu_image(item.image)) {
     const int opacity = disabled ? 50 : 100;
     render_to_dc(*image, scratch_.dc(), x, y, side, side, opacity,
-                 disabled ? GrayScale::NTSCPAL : GrayScale::None);
+                 disabled ? GrayScale::NtscPal : GrayScale::None);
     return;
   }
   if (!item.checked) return;

@@ -103,7 +103,7 @@ void USMenu::listen() {
   if (!user_mode() || ended_ || form == nullptr || form == listened_) return;
   form_listener_.sc_Terminate();
   listened_ = form;
-  if (form_listener_.sc_Subclass(form, 0, 1, this, false))
+  if (form_listener_.sc_Subclass(form, 0, 1, &listener_, false))
     form_listener_.sc_AddMsg(form, WM_SYSCOMMAND, MSG_BEFORE);
   if (hook_ == nullptr) {
     listeners.push_back(this);
@@ -111,12 +111,14 @@ void USMenu::listen() {
   }
 }
 
-// Alt or F10 alone, and Alt with a letter that no control has taken, come to the form as this.
-void USMenu::WindowProcHook(bool, bool& handled, LRESULT& result, HWND, UINT, WPARAM wparam,
-                            LPARAM lparam, LPARAM) {
-  if ((wparam & 0xFFF0) != SC_KEYMENU || lparam == VK_SPACE || !is_bar() || !Enabled.get()) return;
-  const Hold hold(*this);
-  if (!enter_bar(static_cast<wchar_t>(lparam))) return;
+void USMenu::FormListener::WindowProcHook(bool, bool& handled, LRESULT& result, HWND, UINT,
+                                          WPARAM wparam, LPARAM lparam, LPARAM) {
+  USMenu& menu = menu_;
+  if ((wparam & 0xFFF0) != SC_KEYMENU || lparam == VK_SPACE || !menu.is_bar() ||
+      !menu.Enabled.get())
+    return;
+  const Hold hold(menu);
+  if (!menu.enter_bar(static_cast<wchar_t>(lparam))) return;
   handled = true;
   result = 0;
 }

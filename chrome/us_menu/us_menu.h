@@ -19,8 +19,7 @@ class MenuControl : public DisplayControl {
 };
 
 class USMenu final : public USMenuGlue<USMenu, ImagesPack<MenuControl>>,
-                     private MenuPopupOwner,
-                     private SelfSubOwner {
+                     private MenuPopupOwner {
  public:
   USMenu();
 
@@ -59,6 +58,8 @@ class USMenu final : public USMenuGlue<USMenu, ImagesPack<MenuControl>>,
 
   // us_menu_items.cpp: items by their position from 1 or by their key. What names none reads as
   // empty and sets nothing.
+  short image_size() const { return ImageSize.get(); }
+  void set_image_size(short side) { ImageSize.put(side); }
   long item_count() const { return static_cast<long>(items.size()); }
   std::wstring item_caption(const VARIANT& item) const { return get(item, &MenuItem::caption); }
   void set_item_caption(const VARIANT& item, const std::wstring& caption) {
@@ -147,8 +148,17 @@ class USMenu final : public USMenuGlue<USMenu, ImagesPack<MenuControl>>,
   void listen();
   static LRESULT CALLBACK key_hook(int code, WPARAM wparam, LPARAM lparam);
   bool short_cut_pressed(const MSG& message);
-  void WindowProcHook(bool before, bool& handled, LRESULT& result, HWND window, UINT message,
-                      WPARAM wparam, LPARAM lparam, LPARAM user) override;
+  /// Alt or F10 alone, and Alt with a letter that no control has taken, come to the form as a
+  /// command of its system menu.
+  class FormListener final : public SelfSubOwner {
+   public:
+    explicit FormListener(USMenu& menu) : menu_(menu) {}
+    void WindowProcHook(bool before, bool& handled, LRESULT& result, HWND window, UINT message,
+                        WPARAM wparam, LPARAM lparam, LPARAM user) override;
+
+   private:
+    USMenu& menu_;
+  };
 
   // us_menu_bar.cpp
   void draw() override;
@@ -192,6 +202,7 @@ class USMenu final : public USMenuGlue<USMenu, ImagesPack<MenuControl>>,
   HWND focus_before_ = nullptr;   // the keyboard came from there
   bool ended_ = false;
   HHOOK hook_ = nullptr;
+  FormListener listener_{*this};
   cSelfSub form_listener_;
   HWND listened_ = nullptr;
 };

@@ -60,8 +60,9 @@ void USMenu::draw_bar_item(int place) {
   const bool overflow = at >= bar_.places.size();
   const PixelRect r = overflow ? bar_.overflow : bar_.places[at];
   const std::vector<int> shown = bar_items();
-  static const MenuItem kMore{.caption = L">>"};
-  const MenuItem& item = overflow ? kMore : items[static_cast<size_t>(shown[at])];
+  MenuItem item;
+  item.caption = L">>";
+  if (!overflow) item = items[static_cast<size_t>(shown[at])];
   const MenuLook now = look();
   const PixelView view = surface().pixels();
   const bool live = item.enabled && Enabled.get();

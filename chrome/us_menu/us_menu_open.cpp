@@ -9,6 +9,23 @@ namespace kestrelon {
 
 using menu_model::kNone;
 
+namespace {
+
+// A text handed to handlers by reference: they may put another in its place.
+class EventText {
+ public:
+  explicit EventText(const std::wstring& text) : text_(Bstr(text).detach()) {}
+  ~EventText() { SysFreeString(text_); }
+  EventText(const EventText&) = delete;
+  EventText& operator=(const EventText&) = delete;
+  operator BSTR&() { return text_; }
+
+ private:
+  BSTR text_;
+};
+
+}  // namespace
+
 MenuLook USMenu::look() {
   MenuLook out{};
   const COLORREF face = GetSysColor(COLOR_MENU), mark = GetSysColor(COLOR_HIGHLIGHT);
@@ -35,14 +52,14 @@ MenuLook USMenu::look() {
 
 void USMenu::submenu_opening(const std::wstring& key) {
   const Hold hold(*this);
-  std::wstring name = key;
-  bool cancel = false;
+  EventText name(key);
+  VARIANT_BOOL cancel = VARIANT_FALSE;
   raise_before_popup(name, cancel);
 }
 
 void USMenu::menu_highlight(const std::wstring& key, const std::wstring& description) {
   const Hold hold(*this);
-  std::wstring name = key, text = description;
+  EventText name(key), text(description);
   raise_item_highlight(name, text);
 }
 
@@ -50,11 +67,12 @@ MenuPopup::Outcome USMenu::open_popup(int parent, POINT at, UINT flags, const RE
                                       bool by_key) {
   const HWND form = form_window();
   if (ended_ || MenuPopup::is_open() || form == nullptr) return {};
-  std::wstring key = parent >= 0 ? items[static_cast<size_t>(parent)].key : std::wstring();
-  const std::wstring own_key = key;
-  bool cancel = false;
+  const std::wstring own_key =
+      parent >= 0 ? items[static_cast<size_t>(parent)].key : std::wstring();
+  EventText key(own_key);
+  VARIANT_BOOL cancel = VARIANT_FALSE;
   raise_before_popup(key, cancel);
-  if (cancel || ended_ || !IsWindow(form)) return {};
+  if (cancel != VARIANT_FALSE || ended_ || !IsWindow(form)) return {};
   // The handler may have changed the list.
   if (!own_key.empty()) parent = menu_model::find(items.get(), own_key);
   if (parent == kNone && !own_key.empty()) return {};
@@ -64,7 +82,7 @@ MenuPopup::Outcome USMenu::open_popup(int parent, POINT at, UINT flags, const RE
     MenuPopup popup(*this, look());
     out = popup.run(form, parent, at, flags, spare, by_key);
   }
-  std::wstring closed = own_key;
+  EventText closed(own_key);
   raise_popup_closed(closed);
   return out;
 }
@@ -92,7 +110,7 @@ void USMenu::close_menu() {
 
 void USMenu::choose(const std::wstring& key) {
   if (ended_) return;
-  std::wstring name = key;
+  EventText name(key);
   raise_item_click(name);
 }
 

@@ -22,5 +22,6 @@ void build_us_calendar_page(Page& page);
 void build_us_tree_view_page(Page& page);
 void build_us_tool_bar_page(Page& page);
 void build_message_box_page(Page& page);
+void build_us_menu_page(Page& page);
 
 }  // namespace kestrelon::host
