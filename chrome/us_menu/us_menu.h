@@ -150,7 +150,7 @@ class USMenu final : public USMenuGlue<USMenu, ImagesPack<MenuControl>>,
   bool short_cut_pressed(const MSG& message);
   /// Alt or F10 alone, and Alt with a letter that no control has taken, come to the form as a
   /// command of its system menu.
-  class FormListener final : public SelfSubOwner {
+  class FormListener final : public kestrelon::SelfSubOwner {
    public:
     explicit FormListener(USMenu& menu) : menu_(menu) {}
     void WindowProcHook(bool before, bool& handled, LRESULT& result, HWND window, UINT message,

@@ -64,8 +64,10 @@ class MenuTest : public ControlTest {
   }
   Names names() {
     Names out;
-    for (const std::wstring& line : take_log(*menu_))
+    for (std::wstring line : take_log(*menu_)) {
+      std::erase(line, L'"');
       if (line.rfind(L"ItemHighlight", 0) != 0 && line.rfind(L"Mouse", 0) != 0) out.push_back(line);
+    }
     return out;
   }
 
