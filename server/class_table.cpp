@@ -5,6 +5,7 @@
 #include "chrome/us_ribbon/us_ribbon.h"
 #include "chrome/us_status_bar/us_status_bar.h"
 #include "chrome/us_tab/us_tab.h"
+#include "chrome/us_menu/us_menu.h"
 #include "chrome/us_tool_bar/us_tool_bar.h"
 #include "controls/us_alpha_image/us_alpha_image.h"
 #include "controls/us_animated_image/us_animated_image.h"
@@ -116,6 +117,8 @@ std::span<const ServerClass> server_classes() {
       control<USTab>(L"Kestrelon: abas que contêm outros controles", IDB_TOOLBOX_USTAB,
                      ControlTraits{}.misc_status | OLEMISC_SIMPLEFRAME),
       service<KN_NTSERVICES>(L"Kestrelon: serviços do Windows"),
+      control<USMenu>(L"Kestrelon: menu com imagens e temas", IDB_TOOLBOX_USMENU,
+                      ControlTraits{}.misc_status | OLEMISC_ALIGNABLE),
   };
   return kClasses;
 }

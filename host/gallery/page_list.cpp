@@ -31,6 +31,7 @@ const std::vector<PageEntry>& pages() {
       {L"USRibbon estados", L"Janelas", build_us_ribbon_states_page},
       {L"USForm", L"Janelas", build_us_form_page},
       {L"USTab", L"Janelas", build_us_tab_page},
+      {L"USMenu", L"Janelas", build_us_menu_page},
   };
   return list;
 }

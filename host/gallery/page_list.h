@@ -30,5 +30,6 @@ void build_us_ribbon_page(Page& page);
 void build_us_ribbon_states_page(Page& page);
 void build_us_form_page(Page& page);
 void build_us_tab_page(Page& page);
+void build_us_menu_page(Page& page);
 
 }  // namespace kestrelon::host

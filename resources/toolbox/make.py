@@ -217,6 +217,23 @@ def us_tab(canvas):
     canvas.rectangle(3, 3, 5, 4, (0x3A, 0x3A, 0x3A))
     canvas.rectangle(4, 8, 12, 9, (0x9C, 0xB8, 0xD8))
     canvas.rectangle(4, 11, 10, 12, (0x9C, 0xB8, 0xD8))
+def us_menu(canvas):
+    canvas.rectangle(0, 0, 16, 4, vertical((0xF4, 0xF9, 0xFE), (0xC4, 0xDA, 0xF0), 0, 4))
+    canvas.rectangle(1, 3, 12, 15, (0xFF, 0xFF, 0xFF))
+    canvas.rectangle(1, 3, 4, 15, (0xDA, 0xEA, 0xFA))
+    canvas.rectangle(2, 6, 11, 9, (0xFD, 0xE6, 0xB8))
+    canvas.frame(1, 3, 12, 15, BORDER)
+    for row, end in ((5, 9), (7, 10), (10, 8), (12, 10)):
+        canvas.rectangle(5, row, end, row + 1, (0x3A, 0x3A, 0x3A))
+
+
+def us_sys_tray(canvas):
+    canvas.rectangle(0, 9, 16, 15, vertical((0x5C, 0x94, 0xCC), (0x2F, 0x5F, 0x9E), 9, 15))
+    for left in (2, 7, 12):
+        canvas.rectangle(left, 11, left + 3, 13, (0xFF, 0xFF, 0xFF))
+    canvas.rectangle(3, 1, 14, 6, (0xFF, 0xFB, 0xDC))
+    canvas.frame(3, 1, 14, 6, BORDER)
+    canvas.fill(polygon([(8.0, 5.5), (11.0, 5.5), (8.5, 9.0)]), BORDER, 7, 5, 12, 10)
 
 
 ICONS = {name: draw for name, draw in list(globals().items()) if name.startswith("us_")}
