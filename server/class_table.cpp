@@ -8,12 +8,13 @@
 #include "controls/us_calendar/us_calendar.h"
 #include "controls/us_check_box/us_check_box.h"
 #include "controls/us_flex_grid/us_flex_grid.h"
+#include "controls/us_group_box/us_group_box.h"
 #include "controls/us_image_list/us_image_list.h"
 #include "controls/us_label/us_label.h"
-#include "controls/us_picture_lcd/us_picture_lcd.h"
-#include "controls/us_progress_bar/us_progress_bar.h"
 #include "controls/us_list_box/us_list_box.h"
 #include "controls/us_option_button/us_option_button.h"
+#include "controls/us_picture_lcd/us_picture_lcd.h"
+#include "controls/us_progress_bar/us_progress_bar.h"
 #include "controls/us_scroll_bar/us_scroll_bar.h"
 #include "controls/us_text_box/us_text_box.h"
 #include "controls/us_tree_view/us_tree_view.h"
@@ -97,6 +98,9 @@ std::span<const ServerClass> server_classes() {
       control<USPictureLCD>(L"Kestrelon: painel com dígitos grandes, relógio e contagem regressiva",
                             IDB_TOOLBOX_USPICTURELCD,
                             ControlTraits{}.misc_status | OLEMISC_NOUIACTIVATE),
+      control<USGroupBox>(L"Kestrelon: moldura com título para outros controles",
+                          IDB_TOOLBOX_USGROUPBOX,
+                          ControlTraits{}.misc_status | OLEMISC_SIMPLEFRAME),
   };
   return kClasses;
 }
