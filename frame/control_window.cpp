@@ -5,6 +5,7 @@
 #include "frame/popup/popup_watch.h"
 #include "frame/screen.h"
 #include "frame/window_class.h"
+#include "frame/standing_controls.h"
 
 namespace kestrelon {
 namespace {
@@ -74,7 +75,11 @@ LRESULT CALLBACK ControlFrame::window_procedure(HWND window, UINT message, WPARA
 }
 
 LRESULT ControlFrame::dispatch_message(UINT message, WPARAM wparam, LPARAM lparam) {
-  FrameFilter filter(frame_site_, window_, message, wparam, lparam);
+  const bool input = (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST) ||
+                     (message >= WM_KEYFIRST && message <= WM_KEYLAST);
+  const bool passes = !frame_site_ || !input || !input_barred(window_);
+  FrameFilter filter(passes ? frame_site_ : ComPtr<ISimpleFrameSite>(), window_, message, wparam,
+                     lparam);
   if (filter.taken()) return filter.result();
   return filter.after(own_message(message, wparam, lparam));
 }

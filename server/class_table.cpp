@@ -14,6 +14,7 @@
 #include "controls/us_check_box/us_check_box.h"
 #include "controls/us_combo_box/us_combo_box.h"
 #include "controls/us_flex_grid/us_flex_grid.h"
+#include "controls/us_group_box/us_group_box.h"
 #include "controls/us_image_list/us_image_list.h"
 #include "controls/us_label/us_label.h"
 #include "controls/us_list_box/us_list_box.h"
@@ -119,6 +120,9 @@ std::span<const ServerClass> server_classes() {
       service<KN_NTSERVICES>(L"Kestrelon: serviços do Windows"),
       control<USMenu>(L"Kestrelon: menu com imagens e temas", IDB_TOOLBOX_USMENU,
                       ControlTraits{}.misc_status | OLEMISC_ALIGNABLE),
+      control<USGroupBox>(L"Kestrelon: moldura com título para outros controles",
+                          IDB_TOOLBOX_USGROUPBOX,
+                          ControlTraits{}.misc_status | OLEMISC_SIMPLEFRAME),
   };
   return kClasses;
 }

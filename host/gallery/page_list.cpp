@@ -16,6 +16,7 @@ const std::vector<PageEntry>& pages() {
       {L"USTextBox", L"Controles básicos", build_us_text_box_page},
       {L"USLabel", L"Controles básicos", build_us_label_page},
       {L"USProgressBar", L"Controles básicos", build_us_progress_bar_page},
+      {L"USGroupBox", L"Controles básicos", build_us_group_box_page},
       {L"USPictureLCD", L"Controles básicos", build_us_picture_lcd_page},
       {L"Pedido de venda", L"Controles básicos", build_order_entry_page},
       {L"USListBox", L"Listas", build_us_list_box_page},

@@ -16,6 +16,7 @@ void build_us_list_box_page(Page& page);
 void build_us_combo_box_page(Page& page);
 void build_us_label_page(Page& page);
 void build_us_progress_bar_page(Page& page);
+void build_us_group_box_page(Page& page);
 void build_us_picture_lcd_page(Page& page);
 void build_us_flex_grid_page(Page& page);
 void build_us_scroll_bar_page(Page& page);
