@@ -4,8 +4,8 @@
 #include "frame/control_frame.h"
 #include "frame/popup/popup_watch.h"
 #include "frame/screen.h"
-#include "frame/window_class.h"
 #include "frame/standing_controls.h"
+#include "frame/window_class.h"
 
 namespace kestrelon {
 namespace {

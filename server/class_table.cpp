@@ -2,10 +2,10 @@
 
 #include "base/resource_ids.h"
 #include "chrome/us_form/us_form.h"
+#include "chrome/us_menu/us_menu.h"
 #include "chrome/us_ribbon/us_ribbon.h"
 #include "chrome/us_status_bar/us_status_bar.h"
 #include "chrome/us_tab/us_tab.h"
-#include "chrome/us_menu/us_menu.h"
 #include "chrome/us_tool_bar/us_tool_bar.h"
 #include "controls/us_alpha_image/us_alpha_image.h"
 #include "controls/us_animated_image/us_animated_image.h"

@@ -58,18 +58,17 @@ int main() {
   constexpr int kMany = 1'000'000, kFew = 1000;
   bar->put_Max(kMany * 1000.0);
   SendMessageW(peer, PBM_SETRANGE32, 0, kMany);
-  report("1,000,000 values that change nothing to be seen",
-         median([&] {
+  report("1,000,000 values that change nothing to be seen", median([&] {
            for (int i = 1; i <= kMany; ++i) bar->put_Value(i);
          }),
          median([&] {
-           for (int i = 1; i <= kMany; ++i) SendMessageW(peer, PBM_SETPOS, static_cast<WPARAM>(i & 1023), 0);
+           for (int i = 1; i <= kMany; ++i)
+             SendMessageW(peer, PBM_SETPOS, static_cast<WPARAM>(i & 1023), 0);
          }));
   bar->put_Max(kFew);
   bar->put_Decimals(1);
   SendMessageW(peer, PBM_SETRANGE32, 0, kFew);
-  report("1,000 values that each change the text or a pixel",
-         median([&] {
+  report("1,000 values that each change the text or a pixel", median([&] {
            for (int i = 1; i <= kFew; ++i) bar->put_Value(i);
          }),
          median([&] {

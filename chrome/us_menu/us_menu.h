@@ -18,8 +18,7 @@ class MenuControl : public DisplayControl {
   void relayout() { redraw(); }
 };
 
-class USMenu final : public USMenuGlue<USMenu, ImagesPack<MenuControl>>,
-                     private MenuPopupOwner {
+class USMenu final : public USMenuGlue<USMenu, ImagesPack<MenuControl>>, private MenuPopupOwner {
  public:
   USMenu();
 
