@@ -74,6 +74,8 @@ def us_tree_view(canvas):
         canvas.frame(left, top, left + 5, top + 4, BORDER)
     for top in (2, 7, 12):
         canvas.rectangle(7 if top == 2 else 12, top, 15, top + 1, (0x3A, 0x3A, 0x3A))
+
+
 def us_tool_bar(canvas):
     canvas.rectangle(0, 3, 16, 12, vertical((0xFD, 0xFE, 0xFF), (0xC4, 0xDA, 0xF0), 3, 12))
     canvas.frame(0, 3, 16, 12, BORDER)
@@ -116,6 +118,8 @@ def us_list_box(canvas):
     canvas.rectangle(2, 5, 14, 9, vertical((0xDF, 0xEE, 0xFC), (0xB9, 0xD3, 0xEE), 5, 9))
     for row, end in ((3, 11), (6, 10), (11, 12)):
         canvas.rectangle(4, row, end, row + 1, (0x3A, 0x3A, 0x3A))
+
+
 def us_combo_box(canvas):
     canvas.rectangle(0, 1, 16, 8, (0xFF, 0xFF, 0xFF))
     canvas.rectangle(10, 2, 15, 7, vertical((0xDF, 0xEE, 0xFC), (0xB9, 0xD3, 0xEE), 2, 7))
@@ -133,6 +137,8 @@ def us_combo_box(canvas):
 def us_label(canvas):
     canvas.fill(stroke([(2.6, 13.0), (8.0, 1.8), (13.4, 13.0)], 2.0), BORDER, 0, 0, 16, 15)
     canvas.fill(stroke([(4.6, 9.4), (11.4, 9.4)], 1.8), MARK, 0, 0, 16, 15)
+
+
 def us_flex_grid(canvas):
     canvas.rectangle(1, 1, 15, 14, (0xFF, 0xFF, 0xFF))
     canvas.rectangle(1, 1, 15, 5, vertical((0xF4, 0xF9, 0xFE), (0xB9, 0xD3, 0xEE), 1, 5))
@@ -169,14 +175,6 @@ def us_group_box(canvas):
         canvas.rectangle(7, top, 12, top + 1, (0x3A, 0x3A, 0x3A))
 
 
-def us_text_box_ex(canvas):
-    canvas.rectangle(1, 0, 15, 15, (0xFF, 0xFF, 0xFF))
-    canvas.frame(1, 0, 15, 15, BORDER)
-    for top, end in ((3, 11), (6, 9), (9, 11), (12, 7)):
-        canvas.rectangle(3, top, end, top + 1, (0x3A, 0x3A, 0x3A))
-    canvas.rectangle(12, 1, 14, 14, vertical((0xF4, 0xF9, 0xFE), (0xB9, 0xD3, 0xEE), 1, 14))
-    canvas.rectangle(12, 3, 14, 7, (0x5C, 0x94, 0xCC))
-
 def us_status_bar(canvas):
     canvas.rectangle(0, 5, 16, 13, vertical((0xFD, 0xFE, 0xFF), (0xC4, 0xDA, 0xF0), 5, 13))
     canvas.frame(0, 5, 16, 13, BORDER)
@@ -186,7 +184,6 @@ def us_status_bar(canvas):
     for step in range(3):  # the grip
         for column in range(step + 1):
             canvas.rectangle(14 - column, 9 + step, 15 - column, 10 + step, BORDER)
-
 
 
 def us_ribbon(canvas):
@@ -200,12 +197,16 @@ def us_ribbon(canvas):
     canvas.rectangle(7, 6, 11, 10, (0x5C, 0x94, 0xCC))
     canvas.rectangle(12, 6, 13, 12, (0x9C, 0xB8, 0xD8))
     canvas.rectangle(2, 11, 11, 12, (0x9C, 0xB8, 0xD8))
+
+
 def us_form(canvas):
     canvas.rectangle(1, 1, 15, 14, (0xFF, 0xFF, 0xFF))
     canvas.rectangle(1, 1, 15, 5, vertical((0x5A, 0xA7, 0xDA), (0x3F, 0x95, 0xCF), 1, 5))
     canvas.rectangle(11, 1, 15, 4, (0xC7, 0x50, 0x50))
     canvas.rectangle(3, 3, 7, 4, (0xFF, 0xFF, 0xFF))
     canvas.frame(1, 1, 15, 14, BORDER)
+
+
 def us_tab(canvas):
     canvas.rectangle(1, 5, 15, 14, (0xFF, 0xFF, 0xFF))
     canvas.frame(1, 5, 15, 14, BORDER)
@@ -217,6 +218,8 @@ def us_tab(canvas):
     canvas.rectangle(3, 3, 5, 4, (0x3A, 0x3A, 0x3A))
     canvas.rectangle(4, 8, 12, 9, (0x9C, 0xB8, 0xD8))
     canvas.rectangle(4, 11, 10, 12, (0x9C, 0xB8, 0xD8))
+
+
 def us_menu(canvas):
     canvas.rectangle(0, 0, 16, 4, vertical((0xF4, 0xF9, 0xFE), (0xC4, 0xDA, 0xF0), 0, 4))
     canvas.rectangle(1, 3, 12, 15, (0xFF, 0xFF, 0xFF))
@@ -225,15 +228,6 @@ def us_menu(canvas):
     canvas.frame(1, 3, 12, 15, BORDER)
     for row, end in ((5, 9), (7, 10), (10, 8), (12, 10)):
         canvas.rectangle(5, row, end, row + 1, (0x3A, 0x3A, 0x3A))
-
-
-def us_sys_tray(canvas):
-    canvas.rectangle(0, 9, 16, 15, vertical((0x5C, 0x94, 0xCC), (0x2F, 0x5F, 0x9E), 9, 15))
-    for left in (2, 7, 12):
-        canvas.rectangle(left, 11, left + 3, 13, (0xFF, 0xFF, 0xFF))
-    canvas.rectangle(3, 1, 14, 6, (0xFF, 0xFB, 0xDC))
-    canvas.frame(3, 1, 14, 6, BORDER)
-    canvas.fill(polygon([(8.0, 5.5), (11.0, 5.5), (8.5, 9.0)]), BORDER, 7, 5, 12, 10)
 
 
 ICONS = {name: draw for name, draw in list(globals().items()) if name.startswith("us_")}
