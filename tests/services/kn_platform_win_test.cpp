@@ -3,9 +3,7 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include <atomic>
 #include <string>
-#include <thread>
 
 #include "services/digest_text.h"
 #include "services/kn_files.h"
@@ -172,40 +170,6 @@ TEST(KnShellWin, WindowsAreKeptInFrontFlashedAndListed) {
   EXPECT_FALSE(set_window_topmost(window, true));
   EXPECT_FALSE(flash_window(window, true));
   EXPECT_FALSE(set_taskbar_entry(window, true));
-}
-
-// Presses a button of the dialog with this title as soon as it is there.
-class Presser {
- public:
-  Presser(const wchar_t* title, int button)
-      : thread_([this, title, button] {
-          while (!done_) {
-            if (const HWND dialog = FindWindowW(L"#32770", title))
-              PostMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(button), 0);
-            Sleep(20);
-          }
-        }) {}
-  ~Presser() {
-    done_ = true;
-    thread_.join();
-  }
-
- private:
-  std::atomic<bool> done_ = false;
-  std::thread thread_;
-};
-
-TEST(KnShellWin, MessagesAnswerTheButton) {
-  {
-    const Presser presser(L"kn: pergunta", IDNO);
-    EXPECT_EQ(show_message(nullptr, L"Sim ou não?", MB_YESNO | MB_ICONQUESTION, L"kn: pergunta"),
-              IDNO);
-  }
-  {
-    const Presser presser(L"kn: aviso", IDOK);
-    EXPECT_EQ(show_message(nullptr, L"Pronto", MB_OK, L"kn: aviso"), IDOK);
-  }
-  EXPECT_EQ(show_message(nullptr, L"", 15, L""), 0);
 }
 
 TEST(KnShellWin, TheShellIsAskedWithoutDialogs) {
