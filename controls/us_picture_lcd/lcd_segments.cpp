@@ -259,7 +259,7 @@ Cut cut_at(std::span<const LcdPoint> shape, float y) {
 }
 
 uint32_t mixed(uint32_t under, uint32_t over, float part) {
-  const auto weight = static_cast<uint32_t>(part * 256 + 0.5f), rest = 256 - weight;
+  const uint32_t weight = (static_cast<uint32_t>(part * 512) + 1) / 2, rest = 256 - weight;
   const uint32_t ends = ((under & 0xFF00FF) * rest + (over & 0xFF00FF) * weight) >> 8;
   const uint32_t green = ((under & 0xFF00) * rest + (over & 0xFF00) * weight) >> 8;
   return (ends & 0xFF00FF) | (green & 0xFF00);

@@ -195,21 +195,23 @@ TEST_F(AnimatedImageLookTest, ChangesColoursAndPutsThemBack) {
   };
   Variant entries;
   ASSERT_TRUE(palette(L"GetPalette", 1, entries));
-  ASSERT_EQ(V_VT(&entries), VT_ARRAY | VT_I4);
+  ASSERT_EQ(V_VT(&entries), VT_ARRAY | VT_VARIANT) << "scripts read no other";
   ASSERT_EQ(V_ARRAY(&entries)->rgsabound[0].cElements, 4u);
-  auto* const colours = static_cast<LONG*>(V_ARRAY(&entries)->pvData);
-  EXPECT_EQ(colours[1], static_cast<LONG>(RGB(255, 0, 0)));
-  EXPECT_EQ(colours[3], static_cast<LONG>(RGB(0, 0, 255)));
+  const auto colour = [](Variant& list, int index) -> LONG& {
+    return V_I4(static_cast<VARIANT*>(V_ARRAY(&list)->pvData) + index);
+  };
+  EXPECT_EQ(colour(entries, 1), static_cast<LONG>(RGB(255, 0, 0)));
+  EXPECT_EQ(colour(entries, 3), static_cast<LONG>(RGB(0, 0, 255)));
   const Picture before = shown();
   call_method(site_->control_dispatch().get(), L"CacheColorTables");
-  colours[1] = RGB(250, 200, 10);
+  colour(entries, 1) = RGB(250, 200, 10);
   ASSERT_TRUE(palette(L"SetPalette", 2, entries));  // both frames share the table
   set(L"Stretch", kClip);
   EXPECT_EQ(shown().at(1, 0), 0xFAC80Au);
   set(L"Stretch", kAlways);
   Variant again;
   palette(L"GetPalette", 1, again);
-  EXPECT_EQ(static_cast<LONG*>(V_ARRAY(&again)->pvData)[1], static_cast<LONG>(RGB(250, 200, 10)));
+  EXPECT_EQ(colour(again, 1), static_cast<LONG>(RGB(250, 200, 10)));
   call_method(site_->control_dispatch().get(), L"RestoreColorTables", {Variant(false)});
   EXPECT_EQ(shown(), before);
   ASSERT_TRUE(palette(L"SetPalette", 1, entries));
