@@ -30,7 +30,7 @@ TEST_F(ControlLifeTest, NeverHoversWhenItIsNew) {
   mouse_move(site->window(), 6, 15);
   mouse_move(site->window(), 7, 15);
   mouse_away();
-  EXPECT_TRUE(take_log(*site).empty());
+  EXPECT_THAT(take_log(*site), testing::IsEmpty());
   part_clicks();
   mouse_click(site->window(), 6, 15);  // a click still works
   EXPECT_EQ(number(*site, L"Value"), 1);
