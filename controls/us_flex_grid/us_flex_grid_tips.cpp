@@ -84,8 +84,7 @@ bool USFlexGrid::has_expand_mark(GridPlace place, const PixelRect& text) {
   const grid_paint::SourceContents contents(store_, *locale_, state);
   grid_paint::CellFacts facts;
   contents.cell(place.row, column, facts);
-  return lines_height(facts, text.right - text.left) >
-         grid_layout::plain_room(page().metrics, text);
+  return lines_height(facts, text.right - text.left) > grid_layout::text_room(page().metrics, text);
 }
 
 }  // namespace kestrelon

@@ -89,9 +89,8 @@ CellParts cell_parts(const GridMetrics& metrics, const CellShape& shape) {
   return parts;
 }
 
-int plain_room(const GridMetrics& metrics, const PixelRect& text) {
-  const int plain = std::min(text.bottom - text.top, metrics.row_h - metrics.line_width);
-  return plain - 2 * metrics.vertical_offset;
+int text_room(const GridMetrics& metrics, const PixelRect& text) {
+  return text.bottom - text.top - 2 * metrics.vertical_offset;
 }
 
 int progress_width(int width, double value) {

@@ -55,9 +55,8 @@ struct CellParts {
 
 CellParts cell_parts(const GridMetrics& metrics, const CellShape& shape);
 
-/// The height that the text of a row of default height has, or less in a lower one: what needs more
-/// gets the expand mark, also while its row is higher.
-int plain_room(const GridMetrics& metrics, const PixelRect& text);
+/// The height that a text has in its place; one that needs more gets the expand mark.
+int text_room(const GridMetrics& metrics, const PixelRect& text);
 
 /// A cell's image or check box of `size` at an alignment.
 PixelRect CellImageRect(const GridMetrics& metrics, const PixelRect& content, const Size& size,

@@ -82,7 +82,7 @@ void CellPainter::draw_text(const Cell& cell, grid_layout::CellShape shape) {
 }
 
 bool CellPainter::stands_over(const CellFacts& facts, const PixelRect& area) const {
-  const int room = grid_layout::plain_room(scene_.page.metrics, area);
+  const int room = grid_layout::text_room(scene_.page.metrics, area);
   return wrapped_height(dc_, facts.text, area.right - area.left, false) > room;
 }
 

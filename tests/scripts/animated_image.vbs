@@ -42,7 +42,7 @@ image.Loops = 4
 Check "LoopsRemaining", image.LoopsRemaining, 4
 
 Check "GetPalette", image.GetPalette(1, colours), True
-Check "palette", VarType(colours), 8195
+Check "palette", VarType(colours), 8204
 Check "SetPalette", image.SetPalette(1, colours), True
 Check "no such frame", image.GetPalette(9, colours), False
 image.CacheColorTables

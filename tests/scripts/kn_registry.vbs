@@ -12,7 +12,7 @@ End Sub
 Const Key = "HKCU\Software\KestrelonScript"
 Dim registry : Set registry = CreateObject("Kestrelon2012.KN_REGISTRY")
 Dim keys, names, values, word
-word = ChrW(&H6F22)
+word = "a" & Chr(231)
 Expect "write", registry.WriteString(Key & "\um", word, word) <> 0, True
 Expect "read", registry.ReadString(Key & "\um", word), word
 Expect "number", registry.WriteDWORD(Key & "\um", "n", 5) <> 0, True
