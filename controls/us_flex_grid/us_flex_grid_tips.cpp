@@ -75,7 +75,7 @@ int USFlexGrid::lines_height(const grid_paint::CellFacts& facts, int width) {
   return grid_paint::wrapped_height(surface().dc(), facts.text, width, false);
 }
 
-// The mark stays on a row that was made higher, or there would be no way back.
+// As the painter shows it.
 bool USFlexGrid::has_expand_mark(GridPlace place, const PixelRect& text) {
   if (!surface()) return false;
   const int column = store_.column_at(place.column);
